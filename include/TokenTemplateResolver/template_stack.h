@@ -1,0 +1,81 @@
+#ifndef TOKENTEMPLATERESOLVER_TEMPLATE_STACK_H
+#define TOKENTEMPLATERESOLVER_TEMPLATE_STACK_H
+
+#include <json/value.h>
+
+#include <iostream>
+#include <utility>
+#include <vector>
+
+#include "TokenTemplateResolver/export.h"
+
+/// The contexts and bounds in force while a template is resolved: one frame for the screen, then
+/// one for each element (and each loop) that encloses the place being resolved.
+///
+/// The host owns the stack, lends it to one CTemplateResolver and may read `frames()` from its
+/// token handlers: that is where "Context" members and loop variables are found. The library
+/// itself never reads a context back.
+///
+/// An operation whose precondition does not hold writes one line to std::cerr and changes nothing.
+class TTR_EXPORT CTemplateStack {
+ public:
+  /// What one element puts in force.
+  struct CStackFrame {
+    /// Named values: the element's "Context", or the variables of a loop.
+    Json::Value context{Json::objectValue};
+    /// [x, y, width, height, two further integers] in screen units; empty while there is none.
+    Json::Value bounds{Json::arrayValue};
+  };
+
+  /// Appends `frame` as the new top.
+  void Push(const CStackFrame& frame) { m_frames.push_back(frame); }
+  void Push(CStackFrame&& frame) { m_frames.push_back(std::move(frame)); }
+
+  /// Removes the top frame.
+  void Pop() {
+    if (m_frames.empty()) {
+      std::cerr << "CTemplateStack::Pop: preconditions." << std::endl;
+      return;
+    }
+    m_frames.pop_back();
+  }
+
+  /// Replaces the top frame's context by a copy of `context`, which must be an object.
+  void ContextSet(const Json::Value& context) {
+    if (m_frames.empty() || !context.isObject()) {
+      std::cerr << "CTemplateStack::ContextSet: preconditions." << std::endl;
+      return;
+    }
+    m_frames.back().context = context;
+  }
+
+  /// Replaces the top frame's bounds by a copy of `bounds`, which must be an array.
+  void BoundsSet(const Json::Value& bounds) {
+    if (m_frames.empty() || !bounds.isArray()) {
+      std::cerr << "CTemplateStack::BoundsSet: preconditions." << std::endl;
+      return;
+    }
+    m_frames.back().bounds = bounds;
+  }
+
+  /// The bounds of the innermost frame that has any; a null value when there is none. The
+  /// reference is good until the stack changes.
+  const Json::Value& boundsFind() const {
+    static const Json::Value nullResult;
+    for (auto frame = m_frames.rbegin(); frame != m_frames.rend(); ++frame) {
+      if (frame->bounds.size() != 0) return frame->bounds;
+    }
+    return nullResult;
+  }
+
+  /// Removes all frames.
+  void Clear() { m_frames.clear(); }
+
+  /// All frames, the bottom one (the screen's) first.
+  const std::vector<CStackFrame>& frames() const { return m_frames; }
+
+ private:
+  std::vector<CStackFrame> m_frames;
+};
+
+#endif  // TOKENTEMPLATERESOLVER_TEMPLATE_STACK_H

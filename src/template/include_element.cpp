@@ -1,0 +1,45 @@
+// "Include": the element is replaced by the resolved contents of another template file.
+// Goes in: the Include member; comes out: the included document, null when it cannot be included.
+// Test: tests/template/include_element_test.cpp
+#include <fstream>
+#include <sstream>
+
+#include "TokenTemplateResolver/template_resolver.h"
+#include "util/report.h"
+
+namespace {
+
+constexpr unsigned int maxIncludeDepth = 10;
+
+/// The whole text of a file; empty when it cannot be read.
+std::string fileText(const std::string& name) {
+  const std::ifstream file(name);
+  std::ostringstream text;
+  text << file.rdbuf();
+  return text.str();
+}
+
+}  // namespace
+
+Json::Value CTemplateResolver::processContentsIncludeElement(Json::Value& include) {
+  Json::Value result;
+  // The test is "greater than", so that eleven files nest and the twelfth is refused: deliberate.
+  if (m_includeDepth > maxIncludeDepth) {
+    ttr::report("CTemplateResolver::processContentsIncludeElement: include depth of ",
+                m_includeDepth, " exceeds maximum of ", maxIncludeDepth);
+    return result;
+  }
+  const Json::Value name = getValueProcessed(include, "Filename");
+  if (!name.isString()) {
+    ttr::report(
+        "CTemplateResolver::processContentsIncludeElement: 'Filename' element must be present and "
+        "must be string type.");
+    return result;
+  }
+  read(result, fileText(name.asString()));
+  // Not undone when an exception passes: the next Process starts from 0.
+  m_includeDepth += 1;
+  process(result);
+  m_includeDepth -= 1;
+  return result;
+}

@@ -1,0 +1,111 @@
+// "Loop": the element is replaced by copies of the loop's contents, all of them in a grid or one
+// of them, rotating from pass to pass; inside a container the copies are wrapped as a container.
+// Goes in: the Loop member; comes out: {"Contents": [...]}, perhaps with Bounds, Frame, RenderType.
+// Test: tests/template/loop_element_test.cpp
+#include <utility>
+
+#include "TokenTemplateResolver/template_resolver.h"
+#include "template/bounds_array.h"
+#include "template/loop_variables.h"
+#include "util/wrapping.h"
+
+namespace {
+
+constexpr int containerRenderType = 1024;
+
+/// Makes the expansion `result` a container with `id` inside the container `enclosing`.
+void wrapAsContainer(Json::Value& result, Json::Value bounds, int id, int enclosing) {
+  result["Bounds"] = std::move(bounds);
+  Json::Value& frame = result["Frame"];
+  frame["Id"] = id;
+  frame["Container"] = enclosing;
+  frame["Align"] = "None";
+  frame["Flow"] = "None";
+  frame["Padding"] = 0;
+  result["RenderType"] = containerRenderType;
+}
+
+/// Bounds of a container: the last two entries are 0, and negative numbers stay.
+Json::Value containerBounds(int x, int y, int width, int height) {
+  Json::Value bounds(Json::arrayValue);
+  for (const int number : {x, y, width, height, 0, 0}) bounds.append(number);
+  return bounds;
+}
+
+/// The index that a rotating loop shows in pass `pass`. A descending range shows the indices of
+/// the ascending one backwards, start + count - 1 down to start: deliberately unlike the grid.
+int rotatingIndex(const CTemplateResolver::CLoopRange& range, unsigned int pass) {
+  if (range.count < 1) return 0;  // an invalid range shows index 0
+  const auto position = static_cast<int>(pass % static_cast<unsigned int>(range.count));
+  const int forward = range.step == -1 ? range.count - 1 - position : position;
+  return ttr::wrapAdd(range.start, forward);
+}
+
+}  // namespace
+
+Json::Value CTemplateResolver::processContentsLoopElement(Json::Value& loop, int container) {
+  // As in the walk, deliberately no scope guard around the frame.
+  m_stack->Push(CTemplateStack::CStackFrame());
+  Json::Value list = getValueProcessed(loop, "List");
+  CTokenResolver::ConvertToArray(list);
+  const CLoopRange range = loopElementGetRange(loop, list);
+  Json::Value result = loop.isMember("Bounds") ? expandRotatingLoop(loop, list, range, container)
+                                               : expandGridLoop(loop, list, range, container);
+  m_stack->Pop();
+  return result;
+}
+
+Json::Value CTemplateResolver::expandGridLoop(Json::Value& loop, const Json::Value& list,
+                                              const CLoopRange& range, int container) {
+  const int id = container > 0 ? nextContainerID() : 0;
+  const Json::Value& enclosing = m_stack->boundsFind();
+  const int x = ttr::boundsEntry(enclosing, 0);
+  const int y = ttr::boundsEntry(enclosing, 1);
+  int right = 0;
+  int bottom = 0;
+  Json::Value result;
+  if (range.valid) result = loopElementIterate(loop, list, range, id, &right, &bottom);
+  if (container > 0) {
+    // Deliberately also without copies: an invalid range gives an empty container.
+    wrapAsContainer(
+        result, containerBounds(x, y, ttr::wrapSubtract(right, x), ttr::wrapSubtract(bottom, y)),
+        id, container);
+  }
+  return result;
+}
+
+Json::Value CTemplateResolver::expandRotatingLoop(Json::Value& loop, const Json::Value& list,
+                                                  const CLoopRange& range, int container) {
+  const ttr::CLoopVariables variables = ttr::loopVariables(*this, loop);
+  Json::Value bounds = loop["Bounds"];
+  processLayoutElement(bounds);
+  const int id = container > 0 ? nextContainerID() : 0;
+  Json::Value result;
+  result["Contents"] = Json::Value(Json::arrayValue);
+
+  Json::Value context(Json::objectValue);
+  ttr::bindIndex(context, variables, list, rotatingIndex(range, m_processCount));
+  m_stack->ContextSet(context);
+  // Unlike a grid's copies, these are members of the enclosing container.
+  appendLoopContents(result, loop, container);
+
+  if (container > 0) {
+    const Json::Value& enclosing = m_stack->boundsFind();
+    const int x = ttr::wrapAdd(bounds[0U].asInt(), ttr::boundsEntry(enclosing, 0));
+    const int y = ttr::wrapAdd(bounds[1U].asInt(), ttr::boundsEntry(enclosing, 1));
+    wrapAsContainer(result, containerBounds(x, y, bounds[2U].asInt(), bounds[3U].asInt()), id,
+                    container);
+  }
+  return result;
+}
+
+void CTemplateResolver::appendLoopContents(Json::Value& result, const Json::Value& loop,
+                                           int container) {
+  const Json::Value& contents = loop["Contents"];
+  if (!contents.isArray()) return;
+  Json::Value& copies = result["Contents"];
+  for (const Json::Value& element : contents) {
+    // Not lowercased, as entries of other contents are: deliberate.
+    processContentsValue(copies.append(element), container);
+  }
+}

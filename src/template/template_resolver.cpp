@@ -1,0 +1,43 @@
+// What the host drives: template text in, resolved text out.
+// Test: tests/template/template_resolver_test.cpp
+#include "TokenTemplateResolver/template_resolver.h"
+
+#include "TokenTemplateResolver/json_text.h"
+#include "template/bounds_array.h"
+#include "util/report.h"
+
+CTemplateResolver::CTemplateResolver(const CTokenResolver* tokenResolver, CTemplateStack* stack)
+    : m_tokenResolver(tokenResolver), m_stack(stack) {}
+
+void CTemplateResolver::SetScreenSize(int height, int width) {
+  m_screenHeight = height;
+  m_screenWidth = width;
+}
+
+void CTemplateResolver::Input(const std::string& text) {
+  m_document.clear();
+  m_stack->Clear();
+  pushScreenSize();
+  read(m_document, text);
+}
+
+void CTemplateResolver::Process() {
+  m_includeDepth = 0;
+  m_containerId = 0;
+  m_processCount += 1;
+  process(m_document);
+}
+
+std::string CTemplateResolver::Output() const { return jsoncpp_string::toString(m_document); }
+
+void CTemplateResolver::read(Json::Value& out, const std::string& text) {
+  std::string errors;
+  out = jsoncpp_string::toJsonObject(text, &errors);
+  if (!out.isObject()) ttr::report("CTemplateResolver::read:", errors, ".");
+}
+
+void CTemplateResolver::pushScreenSize() {
+  if (m_screenHeight < 1 || m_screenWidth < 1) return;
+  m_stack->Push(CTemplateStack::CStackFrame());
+  m_stack->BoundsSet(ttr::makeBoundsArray(0, 0, m_screenWidth, m_screenHeight));
+}

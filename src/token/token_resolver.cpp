@@ -1,0 +1,94 @@
+// The registry of handlers, and the road from one token body to one value: parse, find the
+// handler, index or plain value, count, arithmetic.
+// Test: tests/token/token_resolver_test.cpp
+#include "TokenTemplateResolver/token_resolver.h"
+
+#include <cstddef>
+
+#include "util/report.h"
+
+namespace {
+
+/// True when both "[" and "]" were met.
+bool hasClosedIndex(const CParsedToken& token) {
+  constexpr std::int32_t closed = sectionIndex | sectionIndexEnd;
+  return (token.sectionsSeen & closed) == closed;
+}
+
+}  // namespace
+
+CTokenResolver::CTokenResolver() = default;
+
+void CTokenResolver::Set(const std::string& name, const ITokenHandler* handler) {
+  m_handlers[name] = handler;
+}
+
+CTokenResolver::CHandlers::const_iterator CTokenResolver::find(const CTokenParts& parts) const {
+  for (auto count = static_cast<unsigned int>(parts.size()); count > 0; --count) {
+    const auto handler = m_handlers.find(CTokenParts::rebuildToken(parts, count));
+    if (handler != m_handlers.end()) return handler;
+  }
+  return m_handlers.end();
+}
+
+Json::Value CTokenResolver::getTokenElement(const CTokenParts& parts) const {
+  Json::Value element;
+  if (parts.empty()) return element;
+  if (parts.size() == 1) {
+    element = parts[0];  // a literal, deliberately never looked up
+  } else {
+    const auto handler = find(parts);
+    if (handler == m_handlers.end()) return element;
+    element = handler->second->GetPartsValue(parts);
+  }
+  CoerceToInt(element);
+  return element;
+}
+
+Json::Value CTokenResolver::GetTokenValue(const std::string& body) const {
+  const CParsedToken token(body);
+  const auto handler = find(token.nameParts);
+  if (handler == m_handlers.end()) {
+    ttr::report("CTokenResolver::GetTokenValue: no token handler for: ", body, ".");
+    return Json::Value();
+  }
+  Json::Value result;
+  if (hasClosedIndex(token) && !token.indexParts.empty()) {
+    const Json::Value index = getTokenElement(token.indexParts);
+    if (!index.isInt()) {
+      ttr::report("CTokenResolver::GetTokenValue: index must be integer in: ", body, ".");
+      return Json::Value();
+    }
+    result = handler->second->GetIndexedValue(token, index);
+  } else {
+    result = handler->second->GetValue(token);
+    if (hasClosedIndex(token)) ConvertToArray(result);
+  }
+  if ((token.sectionsSeen & sectionCount) != 0) {
+    ConvertToArray(result);
+    result = Json::Value(result.size());
+  }
+  if (token.operation != '\0' && !token.operandParts.empty()) {
+    const Json::Value operand = getTokenElement(token.operandParts);
+    if (operand.isInt()) {
+      evaluateExpression(result, token.operation, operand);
+    } else {
+      // Unlike a bad index, a bad operand deliberately keeps the value.
+      ttr::report("CTokenResolver::GetTokenValue: expression operand must be integer in: ", body,
+                  ".");
+    }
+  }
+  return result;
+}
+
+bool CTokenResolver::IsResolvable(const Json::Value& value) const {
+  if (!value.isString()) return false;
+  return find(CParsedToken(value.asString()).nameParts) != m_handlers.end();
+}
+
+bool CTokenResolver::ContainsTokenSubstrings(const Json::Value& value) const {
+  if (!value.isString()) return false;
+  const std::string text = value.asString();
+  const std::size_t start = text.find("$(");
+  return start != std::string::npos && text.find(')', start) != std::string::npos;
+}

@@ -1,0 +1,47 @@
+// Tokens in a string value: "$(" body ")" is replaced by the value of the body.
+// A string in, a value of any type out when the string is one token, else a string.
+// Test: tests/token/token_substitution_test.cpp
+#include <cstddef>
+
+#include "TokenTemplateResolver/token_resolver.h"
+#include "util/report.h"
+
+namespace {
+
+constexpr char tokenStart[] = "$(";
+constexpr char tokenEnd = ')';
+constexpr std::size_t tokenStartLength = 2;
+
+}  // namespace
+
+void CTokenResolver::SubstituteTokenValues(Json::Value& value) const {
+  if (!value.isString()) return;
+  const std::string text = value.asString();
+  std::size_t start = text.find(tokenStart);
+  if (start == std::string::npos) return;
+
+  const bool wholeValue = start == 0 && text.find(tokenEnd) == text.size() - 1;
+  if (wholeValue) {
+    value = GetTokenValue(text.substr(tokenStartLength, text.size() - tokenStartLength - 1));
+    return;
+  }
+
+  // The result grows piece by piece, so that the cost stays linear in the text and what a handler
+  // delivers is never scanned for tokens.
+  std::string result;
+  std::size_t copied = 0;
+  for (; start != std::string::npos; start = text.find(tokenStart, copied)) {
+    const std::size_t end = text.find(tokenEnd, start);
+    if (end == std::string::npos) {
+      ttr::report("CTokenResolver::SubstituteTokenValues: missing end-of-token delimiter.");
+      if (copied == 0) return;
+      break;
+    }
+    const std::size_t bodyStart = start + tokenStartLength;
+    Json::Value tokenValue = GetTokenValue(text.substr(bodyStart, end - bodyStart));
+    ConvertToString(tokenValue);
+    result.append(text, copied, start - copied).append(tokenValue.asString());
+    copied = end + 1;
+  }
+  value = result.append(text, copied, std::string::npos);
+}

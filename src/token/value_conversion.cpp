@@ -1,0 +1,114 @@
+// Token and template values to the types that elements and operators need, in place.
+// Every conversion either assigns a new value or leaves the old one exactly as it was.
+// Test: tests/token/value_conversion_test.cpp
+#include <json/writer.h>
+
+#include <cstddef>
+#include <cstdio>
+#include <optional>
+#include <sstream>
+#include <string>
+
+#include "TokenTemplateResolver/token_resolver.h"
+#include "util/integer_text.h"
+#include "util/report.h"
+#include "util/string_utils.h"
+
+namespace {
+
+/// "#RRGGBB" or "#RRGGBBAA" at the start of `text`; 0 after a message for anything else. Six
+/// digits deliberately give alpha 0, no opaque default.
+Json::UInt htmlColour(const std::string& text) {
+  unsigned red = 0;
+  unsigned green = 0;
+  unsigned blue = 0;
+  unsigned alpha = 0;
+  const int fields = std::sscanf(text.c_str(), "#%02X%02X%02X%02X", &red, &green, &blue, &alpha);
+  if (fields < 3) {
+    ttr::report("CTokenResolver::HTMLtoInt: cannot convert value to colour: ", text, ".");
+    return 0;
+  }
+  return alpha << 24 | red << 16 | green << 8 | blue;
+}
+
+Json::UInt unsignedNumber(const std::string& text) {
+  const std::optional<std::uint32_t> number = ttr::wholeUInt32(text);
+  if (!number) {
+    ttr::report("CTokenResolver::stringToUInt: cannot convert value to unsigned integer: ", text,
+                ".");
+  }
+  return number.value_or(0);
+}
+
+}  // namespace
+
+void CTokenResolver::ConvertToTruthValue(Json::Value& value) {
+  switch (value.type()) {
+    case Json::nullValue:
+      value = false;
+      return;
+    case Json::stringValue: {
+      const std::string text = value.asString();
+      value = !text.empty() && text != "0";  // so "false" and "no" are true
+      return;
+    }
+    case Json::arrayValue:
+      value = !value.empty();
+      return;
+    case Json::objectValue:
+      value = true;
+      return;
+    default:
+      value = value.asInt() != 0;
+  }
+}
+
+void CTokenResolver::ConvertToInt(Json::Value& value) {
+  if (value.isString()) {
+    const std::string text = value.asString();
+    const std::optional<std::int32_t> number = ttr::wholeInt32(text);
+    if (!number) {
+      ttr::report("CTokenResolver::stringToInt: cannot convert value to signed integer: ", text,
+                  ".");
+      return;
+    }
+    value = *number;
+  } else if (value.isNumeric() || value.isBool()) {
+    value = value.asInt();
+  }
+}
+
+void CTokenResolver::CoerceToInt(Json::Value& value) {
+  ConvertToInt(value);
+  if (!value.isInt()) value = 0;
+}
+
+void CTokenResolver::CoerceToColour(Json::Value& value) {
+  if (value.isString()) {
+    const std::string text = value.asString();
+    const std::size_t hash = text.find('#');
+    value = hash == std::string::npos ? unsignedNumber(text) : htmlColour(text.substr(hash));
+  } else if (value.isNumeric() || value.isBool()) {
+    value = value.asUInt();
+  } else {
+    value = 0;  // int here, uint above: deliberate, and the same in JSON text
+  }
+}
+
+void CTokenResolver::ConvertToString(Json::Value& value) {
+  if (value.isString()) return;
+  if (value.isNull()) {
+    value = "";
+    return;
+  }
+  std::ostringstream stream;
+  stream << value;
+  value = ttr::trim(stream.str());
+}
+
+void CTokenResolver::ConvertToArray(Json::Value& value) {
+  if (!value.isString()) return;
+  const std::string text = value.asString();
+  value = Json::Value(Json::arrayValue);
+  for (const std::string& piece : ttr::CSVsplit(text, ",")) value.append(piece);
+}
