@@ -1,0 +1,35 @@
+#include "page_host.h"
+
+#include <algorithm>
+#include <cstddef>
+
+#include "TokenTemplateResolver/json_text.h"
+#include "page_variables.h"
+
+namespace ttr {
+
+CPageHost::CPageHost(const Json::Value& values, CScreenSize size) {
+  m_resolver.SetScreenSize(size.height, size.width);
+  m_tokens.Set("context", &m_context);
+  for (const std::string& name : values.getMemberNames()) {
+    const auto nameParts = static_cast<std::size_t>(1 + std::count(name.begin(), name.end(), '.'));
+    m_values.push_back(std::make_unique<CJsonHandler>(values[name], nameParts));
+    m_tokens.Set(name, m_values.back().get());
+  }
+}
+
+void CPageHost::ServeVariablesOf(const std::string& page) {
+  std::string errors;
+  const Json::Value document = jsoncpp_string::toJsonObject(page, &errors);
+  for (const std::string& name : pageVariables(document, m_tokens)) {
+    if (m_tokens.handlers().count(name) == 0) m_tokens.Set(name, &m_variables);
+  }
+}
+
+std::string CPageHost::Pass(const std::string& page) {
+  m_resolver.Input(page);
+  m_resolver.Process();
+  return m_resolver.Output();
+}
+
+}  // namespace ttr

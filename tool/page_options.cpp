@@ -1,0 +1,76 @@
+#include "page_options.h"
+
+#include <charconv>
+#include <limits>
+#include <system_error>
+
+#include "TokenTemplateResolver/json_text.h"
+#include "files.h"
+#include "tool_error.h"
+
+namespace ttr {
+namespace {
+
+/// Reads a number of at least 1; true when it ends at `end`.
+bool readDimension(const char* begin, const char* end, int& dimension) {
+  const auto [stop, error] = std::from_chars(begin, end, dimension);
+  return error == std::errc() && stop == end && dimension >= 1;
+}
+
+}  // namespace
+
+void addPageOptions(CLI::App& command, CPageOptions& options) {
+  command.add_option("PAGE", options.page, "The page template, - for standard input")->required();
+  command.add_option("--values", options.values, "JSON object with the values of the tokens")
+      ->type_name("VALUES");
+  command.add_option("--size", options.size, "Screen size, by default 1280x720")
+      ->type_name("WIDTHxHEIGHT");
+  command.add_option("--pass", options.pass, "Show the Nth pass, as rotating loops advance")
+      ->type_name("N")
+      ->check(CLI::Range(1U, std::numeric_limits<unsigned>::max()));
+  command.add_option("--chdir", options.directory, "Directory that relative includes start from")
+      ->type_name("DIR");
+}
+
+std::string readPage(const CPageOptions& options) {
+  if (options.page == "-" && options.values == "-") {
+    throw CToolError("standard input", "cannot be both the page and the values");
+  }
+  return readText(options.page);
+}
+
+Json::Value readValues(const std::string& path) {
+  if (path.empty()) return Json::Value(Json::objectValue);
+  std::string errors;
+  Json::Value values = jsoncpp_string::toJsonObject(readText(path), &errors);
+  if (!errors.empty()) throw CToolError(path, errors);
+  if (!values.isObject()) throw CToolError(path, "the values must be a JSON object");
+  return values;
+}
+
+CScreenSize parseScreenSize(const std::string& text) {
+  const std::size_t cross = text.find('x');
+  CScreenSize size;
+  const char* begin = text.data();
+  const char* end = begin + text.size();
+  if (cross == std::string::npos || !readDimension(begin, begin + cross, size.width) ||
+      !readDimension(begin + cross + 1, end, size.height)) {
+    throw CToolError("--size", "'" + text + "' is not WIDTHxHEIGHT, such as 1280x720");
+  }
+  return size;
+}
+
+CWorkingDirectory::CWorkingDirectory(const std::string& directory)
+    : m_previous(std::filesystem::current_path()) {
+  if (directory.empty()) return;
+  std::error_code error;
+  std::filesystem::current_path(directory, error);
+  if (error) throw CToolError(directory, error.message());
+}
+
+CWorkingDirectory::~CWorkingDirectory() {
+  std::error_code ignored;
+  std::filesystem::current_path(m_previous, ignored);
+}
+
+}  // namespace ttr

@@ -1,0 +1,52 @@
+#ifndef TOOL_PAGE_OPTIONS_H
+#define TOOL_PAGE_OPTIONS_H
+
+#include <json/value.h>
+
+#include <CLI/CLI.hpp>
+#include <filesystem>
+#include <string>
+
+#include "page_host.h"
+
+namespace ttr {
+
+/// The options that say which page a command works on, and in which surroundings.
+struct CPageOptions {
+  std::string page;    ///< file, "-" for standard input
+  std::string values;  ///< file, "-" for standard input; empty for none
+  std::string size = "1280x720";
+  std::string directory;  ///< where relative includes start; empty for the working directory
+  unsigned pass = 1;
+};
+
+void addPageOptions(CLI::App& command, CPageOptions& options);
+
+/// The text of the page.
+/// \throws CToolError when it cannot be read
+std::string readPage(const CPageOptions& options);
+
+/// The JSON object in the file `path`; an empty object when `path` is empty.
+/// \throws CToolError when it cannot be read or is no object
+Json::Value readValues(const std::string& path);
+
+/// "1280x720" as width and height, both at least 1.
+/// \throws CToolError when it is anything else
+CScreenSize parseScreenSize(const std::string& text);
+
+/// Changes the working directory for its lifetime, unless `directory` is empty.
+class CWorkingDirectory {
+ public:
+  /// \throws CToolError when the directory cannot be changed
+  explicit CWorkingDirectory(const std::string& directory);
+  ~CWorkingDirectory();
+  CWorkingDirectory(const CWorkingDirectory&) = delete;
+  CWorkingDirectory& operator=(const CWorkingDirectory&) = delete;
+
+ private:
+  std::filesystem::path m_previous;
+};
+
+}  // namespace ttr
+
+#endif  // TOOL_PAGE_OPTIONS_H

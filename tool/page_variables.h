@@ -1,0 +1,20 @@
+#ifndef TOOL_PAGE_VARIABLES_H
+#define TOOL_PAGE_VARIABLES_H
+
+#include <json/value.h>
+
+#include <set>
+#include <string>
+
+#include "TokenTemplateResolver/token_resolver.h"
+
+namespace ttr {
+
+/// The names that a page binds: the members of its "Context" objects and the variables of its
+/// loops, in the files that it includes too. File names that hold tokens are resolved with
+/// `tokens`; files that cannot be read bind nothing.
+std::set<std::string> pageVariables(const Json::Value& page, const CTokenResolver& tokens);
+
+}  // namespace ttr
+
+#endif  // TOOL_PAGE_VARIABLES_H

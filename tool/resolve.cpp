@@ -1,0 +1,101 @@
+// `ttr resolve`: a page and the values of its tokens in, the resolved page out.
+#include "resolve.h"
+
+#include <json/value.h>
+#include <json/writer.h>
+
+#include <exception>
+#include <iostream>
+#include <memory>
+#include <string>
+
+#include "TokenTemplateResolver/json_text.h"
+#include "diagnostic_meter.h"
+#include "files.h"
+#include "page_host.h"
+#include "page_options.h"
+#include "tool_error.h"
+
+namespace ttr {
+namespace {
+
+struct CResolveOptions {
+  CPageOptions page;
+  bool pretty = false;
+  std::string output;
+};
+
+/// What one run of the command found.
+struct CResolved {
+  std::string text;
+  bool faults = false;
+};
+
+/// Resolves the page pass after pass; only the last one's diagnostics are shown and counted.
+CResolved resolvePage(const CPageOptions& options, const std::string& page, CPageHost& host) {
+  const CWorkingDirectory directory(options.directory);
+  CDiagnosticMeter diagnostics;
+  CResolved resolved;
+  try {
+    diagnostics.Mute(true);
+    host.ServeVariablesOf(page);
+    for (unsigned pass = 1; pass <= options.pass; ++pass) {
+      diagnostics.Mute(pass < options.pass);
+      resolved.text = host.Pass(page);
+    }
+  } catch (const std::exception& error) {
+    throw CToolError(options.page, error.what());
+  }
+  resolved.faults = diagnostics.lines() > 0;
+  return resolved;
+}
+
+std::string prettyText(const std::string& compact) {
+  std::string errors;
+  Json::StreamWriterBuilder writer;
+  writer["indentation"] = "  ";
+  return Json::writeString(writer, jsoncpp_string::toJsonObject(compact, &errors));
+}
+
+int runResolve(const CResolveOptions& options) {
+  const std::string page = readPage(options.page);
+  CPageHost host(readValues(options.page.values), parseScreenSize(options.page.size));
+  const CResolved resolved = resolvePage(options.page, page, host);
+  const std::string text = (options.pretty ? prettyText(resolved.text) : resolved.text) + '\n';
+  const bool nothing = resolved.text == "null";
+  if (options.output.empty()) {
+    writeStandardOutput(text);
+  } else if (nothing) {
+    std::cerr << "ttr: " << options.output << ": not written, as the result is null" << std::endl;
+  } else {
+    writeFile(options.output, text);
+  }
+  return resolved.faults || nothing ? 1 : 0;
+}
+
+constexpr char examples[] = R"(Examples:
+  ttr resolve lobby.json --values lobby.values.json
+  ttr resolve lobby.json --values lobby.values.json --size 1920x1080 --pass 3 --pretty
+  ttr resolve - --chdir pages -o resolved.json < pages/lobby.json
+
+VALUES is a JSON object. Each of its members is a token handler of that name: with
+{"clock": {"time": "12:00"}}, $(clock.time) is 12:00. What the page binds itself, members of
+"Context" and loop variables, is served as $(context.NAME) and as $(NAME).
+
+Exit code: 0 clean, 1 when the library reported faults or the result is null, 2 when the
+command could not be carried out.)";
+
+}  // namespace
+
+void addResolveCommand(CLI::App& app, int* exitCode) {
+  auto options = std::make_shared<CResolveOptions>();
+  CLI::App* command = app.add_subcommand("resolve", "Resolve a page and print the result as JSON");
+  addPageOptions(*command, options->page);
+  command->add_flag("--pretty", options->pretty, "Indent the result");
+  command->add_option("-o,--output", options->output, "Write the result to this file")
+      ->type_name("FILE");
+  command->footer(examples);
+  command->callback([options, exitCode] { *exitCode = runResolve(*options); });
+}
+
+}  // namespace ttr

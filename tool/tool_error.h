@@ -1,0 +1,19 @@
+#ifndef TOOL_TOOL_ERROR_H
+#define TOOL_TOOL_ERROR_H
+
+#include <stdexcept>
+#include <string>
+
+namespace ttr {
+
+/// What the tool was asked cannot be done: the message names the file and the reason. `main`
+/// prints it as one line and exits with 2.
+class CToolError : public std::runtime_error {
+ public:
+  CToolError(const std::string& file, const std::string& reason)
+      : std::runtime_error(file + ": " + reason) {}
+};
+
+}  // namespace ttr
+
+#endif  // TOOL_TOOL_ERROR_H
