@@ -24,6 +24,8 @@ class TTR_EXPORT CTokenParts {
   std::size_t size() const { return m_parts.size(); }
   bool empty() const { return m_parts.empty(); }
   const std::string& operator[](std::size_t index) const { return m_parts[index]; }
+  // Implicit, so that parts can be handed to whatever takes a vector, as rebuildToken does.
+  // NOLINTNEXTLINE(google-explicit-constructor)
   operator const std::vector<std::string>&() const { return m_parts; }
 
   /// Appends one part.

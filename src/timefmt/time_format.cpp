@@ -81,6 +81,7 @@ std::string formatTimeUTC(long long seconds, const std::string& locale, const st
   return formatTimeBroken(&broken, locale, format);
 }
 
+// NOLINTNEXTLINE(performance-unnecessary-value-param): by value in the stable interface
 std::string formatTimeRemaining(long long seconds, std::string format) {
   if (format.empty() || format == "%M") return minutesText(wholeMinutes(seconds));
   if (format == "%H:%M") return hoursAndMinutesText(wholeMinutes(seconds));

@@ -7,7 +7,8 @@
 namespace tf {
 
 /// Switches the time zone and the locale of the process for its lifetime; an empty name leaves
-/// the one in force. A name that the C library does not know changes nothing, silently.
+/// the one in force. Nothing is reported: an unknown locale leaves the previous one, an unknown
+/// time zone counts as UTC.
 class CTimeSettingsGuard {
  public:
   CTimeSettingsGuard(const std::string& timeZone, const std::string& locale);
