@@ -1,0 +1,23 @@
+# Sourced by the other scripts: makes sure that Debian packages are installed.
+
+# need_packages PACKAGE...: installs what is missing when run by root, else says what to install.
+need_packages() {
+  local package missing=()
+  for package in "$@"; do
+    # The architecture may be part of the name, and dpkg wants it there for foreign packages.
+    dpkg-query -W -f '${db:Status-Abbrev}\n' "$package" 2>/dev/null | grep -q '^ii' ||
+      missing+=("$package")
+  done
+  [ "${#missing[@]}" -eq 0 ] && return 0
+  if [ "$(id -u)" -ne 0 ]; then
+    echo "Missing packages. Install them with: sudo apt-get install ${missing[*]}" >&2
+    return 2
+  fi
+  echo "Installing: ${missing[*]}" >&2
+  # An index that cannot be renewed is no reason to stop; a package that cannot be installed is.
+  apt-get update -qq >&2 || echo "apt-get update reported errors; going on" >&2
+  DEBIAN_FRONTEND=noninteractive apt-get install -y -qq --no-install-recommends "${missing[@]}" >&2
+}
+
+build_packages=(g++ cmake ninja-build ccache libjsoncpp-dev libcli11-dev)
+test_packages=("${build_packages[@]}" libgtest-dev locales)
