@@ -24,9 +24,12 @@ void CTokenResolver::Set(const std::string& name, const ITokenHandler* handler) 
 }
 
 CTokenResolver::CHandlers::const_iterator CTokenResolver::find(const CTokenParts& parts) const {
-  for (auto count = static_cast<unsigned int>(parts.size()); count > 0; --count) {
-    const auto handler = m_handlers.find(CTokenParts::rebuildToken(parts, count));
+  // The whole path first, then without its last part, and so on: the longest prefix wins.
+  std::string key = CTokenParts::rebuildToken(parts, static_cast<unsigned int>(parts.size()));
+  for (std::size_t count = parts.size(); count > 0; --count) {
+    const auto handler = m_handlers.find(key);
     if (handler != m_handlers.end()) return handler;
+    if (count > 1) key.resize(key.size() - parts[count - 1].size() - 1);
   }
   return m_handlers.end();
 }
