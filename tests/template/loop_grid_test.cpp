@@ -1,0 +1,538 @@
+#include <gtest/gtest.h>
+
+#include <limits>
+#include <stdexcept>
+#include <string>
+#include <vector>
+
+#include "TokenTemplateHandlers/context_handler.h"
+#include "TokenTemplateResolver/json_text.h"
+#include "support/resolver_fixture.h"
+
+namespace {
+
+constexpr int lowestInt = std::numeric_limits<int>::min();
+constexpr int highestInt = std::numeric_limits<int>::max();
+const char* const tooMany =
+    "CTemplateResolver::loopElementIterate: too many elements for grid. Remainder discarded.\n";
+
+/// Answers `$(frame.bounds)` and `$(frame.context)` of the frame on top of the stack;
+/// `$(frame.clear)` empties the stack.
+class CFrameHandler : public ITokenHandler {
+ public:
+  explicit CFrameHandler(CTemplateStack* stack) : m_stack(stack) {}
+
+  Json::Value GetPartsValue(const CTokenParts& parts) const override {
+    if (parts[1] == "bounds") return m_stack->frames().back().bounds;
+    if (parts[1] == "context") return m_stack->frames().back().context;
+    if (parts[1] == "clear") m_stack->Clear();
+    return Json::Value();
+  }
+
+ private:
+  CTemplateStack* m_stack;
+};
+
+class LoopGrid : public ResolverTest {
+ protected:
+  LoopGrid() {
+    tokens.Set("frame", &m_frame);
+    tokens.Set("var", &m_variables);
+    resolver.Input("{}");
+  }
+
+  /// The expansion, outside any container, of the loop description with `members`.
+  std::string Expand(const std::string& members) {
+    Json::Value loop = Parse("{" + members + "}");
+    return jsoncpp_string::toString(resolver.processContentsLoopElement(loop, 0));
+  }
+
+  /// The frame bounds of the cells of `layout`, common size 30 by 20.
+  std::string CellBounds(const std::string& layout) {
+    Json::Value loop = Parse(R"j({"Start": 0, "CellWidth": 30, "CellHeight": 20,
+                                 "Contents": ["$(frame.bounds)"]})j");
+    loop["Layout"].append(Parse(layout));
+    loop["Size"] = loop["Layout"][0].size();
+    const Json::Value result = resolver.processContentsLoopElement(loop, 0);
+    return jsoncpp_string::toString(result["Contents"]);
+  }
+
+  /// The step alone, on a frame of its own.
+  Json::Value Iterate(const std::string& loop, const std::string& list,
+                      const CTemplateResolver::CLoopRange& range, int container = 0) {
+    Json::Value description = Parse(loop);
+    stack.Push(CTemplateStack::CStackFrame());
+    Json::Value result = resolver.loopElementIterate(description, Parse(list), range, container,
+                                                     rightPointer, bottomPointer);
+    stack.Pop();
+    return result;
+  }
+
+  int right = 0;
+  int bottom = 0;
+  int* rightPointer = &right;
+  int* bottomPointer = &bottom;
+
+ private:
+  CFrameHandler m_frame{&stack};
+  CContextHandler m_variables{&stack};
+};
+
+// --- Cells ---
+
+TEST_F(LoopGrid, EachIndexFillsOneCell) {
+  EXPECT_EQ(Expand(R"j("Start": 0, "Size": 3, "Var": "i", "Layout": [[[0,0],[10,0],[20,0]]],
+                       "Contents": ["$(var.i)", "copy $(var.i)"])j"),
+            R"({"Contents":[0,"copy 0",1,"copy 1",2,"copy 2"]})");
+  EXPECT_EQ(Errors(), "");
+}
+
+TEST_F(LoopGrid, CellGivesPositionOrPositionAndSize) {
+  const struct {
+    const char* layout;
+    const char* bounds;
+  } cases[] = {
+      {"[[1,2],[3,4]]", "[[1,2,30,20,null,null],[3,4,30,20,null,null]]"},
+      {"[[1,2,3,4],[5,6]]", "[[1,2,3,4,null,null],[5,6,30,20,null,null]]"},
+      {"[[1,2,3],[4,5,6,7,8]]", "[[1,2,30,20,null,null],[4,5,30,20,null,null]]"},
+      {"[[7],[]]", "[[7,0,30,20,null,null],[0,0,30,20,null,null]]"},
+      {"[[10.9,true,2.9,null]]", "[[10,1,2,0,null,null]]"},
+      {"[[0,0,0,0]]", "[[0,0,0,0,null,null]]"},
+  };
+  for (const auto& c : cases) {
+    SCOPED_TRACE(c.layout);
+    EXPECT_EQ(CellBounds(c.layout), c.bounds);
+    EXPECT_EQ(Errors(), "");
+  }
+}
+
+TEST_F(LoopGrid, CellThatIsNoArrayKeepsThePreviousOne) {
+  for (const char* cell : {"null", "5", R"("5")", "true", "{}", R"({"x":1})"}) {
+    SCOPED_TRACE(cell);
+    EXPECT_EQ(CellBounds("[[1,2,3,4]," + std::string(cell) + ",[5,6]," + cell + "]"),
+              "[[1,2,3,4,null,null],[1,2,3,4,null,null],[5,6,30,20,null,null],"
+              "[5,6,30,20,null,null]]");
+    EXPECT_EQ(CellBounds("[" + std::string(cell) + ",[5,6]]"),
+              "[[0,0,30,20,null,null],[5,6,30,20,null,null]]");
+    EXPECT_EQ(Errors(), "");
+  }
+}
+
+TEST_F(LoopGrid, NegativeNumbersOfACellAreNullInTheFrame) {
+  EXPECT_EQ(CellBounds("[[-1,2,3,4],[1,-2,-3,-4],[-5,-6]]"),
+            "[[null,2,3,4,null,null],[1,null,null,null,null,null],[null,null,30,20,null,null]]");
+  EXPECT_EQ(Errors(), "");
+}
+
+TEST_F(LoopGrid, CommonCellSizeIsReadAsInt) {
+  Handle("size", R"({"w": 40, "h": 30.7})");
+  const struct {
+    const char* size;
+    const char* bounds;
+  } cases[] = {
+      {R"("X": 0)", "[0,0,0,0,null,null]"},
+      {R"("CellWidth": 30)", "[0,0,30,0,null,null]"},
+      {R"("CellHeight": 20)", "[0,0,0,20,null,null]"},
+      {R"("CellWidth": 30.9, "CellHeight": true)", "[0,0,30,1,null,null]"},
+      {R"("CellWidth": null, "CellHeight": -5)", "[0,0,0,null,null,null]"},
+      {R"j("CellWidth": "$(size.w)", "CellHeight": "$(size.h)")j", "[0,0,40,30,null,null]"},
+  };
+  for (const auto& c : cases) {
+    SCOPED_TRACE(c.size);
+    EXPECT_EQ(Expand(c.size + std::string(R"j(, "Start": 0, "Size": 1, "Layout": [[[0,0]]],
+                                          "Contents": ["$(frame.bounds)"])j")),
+              R"({"Contents":[)" + std::string(c.bounds) + "]}");
+    EXPECT_EQ(Errors(), "");
+  }
+}
+
+TEST_F(LoopGrid, CommonCellSizeThatIsNoNumberFailsBeforeAllChecks) {
+  Handle("size", R"("40")");
+  for (const char* size : {R"("30")", "[30]", "{}", "1e10", "2147483648", R"j("$(size)")j"}) {
+    for (const char* member : {"CellWidth", "CellHeight"}) {
+      SCOPED_TRACE(std::string(member) + " " + size);
+      resolver.Input("{}");
+      EXPECT_THROW(Expand(R"("Start": 0, "Size": 1, "Value": "v", ")" + std::string(member) +
+                          R"(": )" + size),
+                   Json::LogicError);
+      EXPECT_EQ(stack.frames().size(), 2U);
+      EXPECT_EQ(Errors(), "");
+    }
+  }
+}
+
+TEST_F(LoopGrid, CellsAreMeasuredAgainstTheEnclosingBounds) {
+  Handle("x", "7");
+  stack.BoundsSet(Parse("[10, 20, 200, 100]"));
+  EXPECT_EQ(CellBounds(R"j([[1,2],["50%","-10%"],["$(x)","5",6,7],["x",0]])j"),
+            "[[11,22,30,20,null,null],[110,10,30,20,null,null],[17,25,6,7,null,null],"
+            "[10,20,30,20,null,null]]");
+  EXPECT_EQ(Errors(), "CTokenResolver::stringToInt: cannot convert value to signed integer: x.\n");
+}
+
+TEST_F(LoopGrid, WithoutEnclosingBoundsTextLosesOne) {
+  stack.Clear();
+  EXPECT_EQ(CellBounds(R"([[1,2],["1","2"]])"), "[[1,2,30,20,null,null],[0,1,30,20,null,null]]");
+  EXPECT_EQ(Errors(), "");
+}
+
+TEST_F(LoopGrid, CellNumbersThatAreNoIntsFail) {
+  for (const char* cell : {R"([0,0,"50%",1])", R"([0,0,1,"1"])", "[0,0,[1],1]", "[[1],0]",
+                           "[0,0,1e10,1]", "[0,2147483648]"}) {
+    SCOPED_TRACE(cell);
+    resolver.Input("{}");
+    EXPECT_THROW(CellBounds("[" + std::string(cell) + "]"), Json::LogicError);
+    EXPECT_EQ(stack.frames().size(), 2U);
+    EXPECT_EQ(Errors(), "");
+  }
+}
+
+TEST_F(LoopGrid, ElementsOfACopyAreMeasuredAgainstTheCell) {
+  EXPECT_EQ(Expand(R"("Start": 0, "Size": 2, "Layout": [[[100,50,40,20],[-100,0,40,20]]],
+                      "Contents": [{"Bounds": [5,"50%","50%","50%"]}])"),
+            R"({"Contents":[{"Bounds":[105,60,20,10]},{"Bounds":[5,10,20,10]}]})");
+  EXPECT_EQ(Errors(), "");
+}
+
+// --- Reach ---
+
+TEST_F(LoopGrid, ReachIsTheGreatestRightAndBottomEdge) {
+  const char* const loop = R"j({"CellWidth": 100, "CellHeight": 50, "Layout": [
+      [[0,0],[100,0],[200,0]], [[0,0],[100,0],[200,0],[0,50],[100,50],[200,50]]],
+      "Contents": ["$(frame.bounds)"]})j";
+  EXPECT_EQ(Iterate(loop, "[1,2,3,4,5]", {true, 0, 5, 1}),
+            Parse(R"({"Contents": [[0,0,100,50,null,null], [100,0,100,50,null,null],
+                     [200,0,100,50,null,null], [0,50,100,50,null,null],
+                     [100,50,100,50,null,null]]})"));
+  EXPECT_EQ(right, 300);
+  EXPECT_EQ(bottom, 100);
+  EXPECT_EQ(Errors(), "");
+}
+
+TEST_F(LoopGrid, ReachIsRaisedOnlyAndMayBeLeftOut) {
+  const char* const loop = R"({"Layout": [[[10,20,30,40]]], "Contents": ["a"]})";
+  right = 500;
+  bottom = -9;
+  EXPECT_EQ(Iterate(loop, "null", {true, 0, 1, 1}), Parse(R"({"Contents": ["a"]})"));
+  EXPECT_EQ(right, 500);
+  EXPECT_EQ(bottom, 60);
+  rightPointer = nullptr;
+  bottom = 0;
+  EXPECT_EQ(Iterate(loop, "null", {true, 0, 1, 1}), Parse(R"({"Contents": ["a"]})"));
+  EXPECT_EQ(bottom, 60);
+  rightPointer = &right;
+  right = 0;
+  bottomPointer = nullptr;
+  EXPECT_EQ(Iterate(loop, "null", {true, 0, 1, 1}), Parse(R"({"Contents": ["a"]})"));
+  EXPECT_EQ(right, 40);
+  EXPECT_EQ(Errors(), "");
+}
+
+TEST_F(LoopGrid, ReachOfSingleCells) {
+  const struct {
+    const char* cell;
+    int right;
+    int bottom;
+  } cases[] = {
+      {"[-10,-20,30,50]", 20, 30},
+      {"[40,50,-30,-20]", 10, 30},
+      {"[-10,-20,5,5]", 0, 0},
+      {"[10,20]", 17, 28},
+      {"[2147483647,2147483640,1,7]", 0, highestInt},
+  };
+  for (const auto& c : cases) {
+    SCOPED_TRACE(c.cell);
+    right = bottom = 0;
+    EXPECT_EQ(
+        Iterate(R"({"CellWidth": 7, "CellHeight": 8, "Layout": [[)" + std::string(c.cell) + "]]}",
+                "null", {true, 0, 1, 1}),
+        Parse(R"({"Contents": []})"));
+    EXPECT_EQ(right, c.right);
+    EXPECT_EQ(bottom, c.bottom);
+    EXPECT_EQ(Errors(), "");
+  }
+}
+
+TEST_F(LoopGrid, SurplusIsDroppedAndNotReached) {
+  EXPECT_EQ(Iterate(R"j({"Var": "i", "CellWidth": 1, "CellHeight": 1, "Layout": [[[0,0],[9,0]]],
+                        "Contents": ["$(var.i)", "$(nobody)"]})j",
+                    "null", {true, 5, 4, -1}),
+            Parse(R"({"Contents": [5, null, 4, null]})"));
+  EXPECT_EQ(right, 10);
+  EXPECT_EQ(bottom, 1);
+  EXPECT_EQ(Errors(),
+            "CTokenResolver::GetTokenValue: no token handler for: nobody.\n"
+            "CTokenResolver::GetTokenValue: no token handler for: nobody.\n" +
+                std::string(tooMany));
+}
+
+// --- Choice of the layout ---
+
+TEST_F(LoopGrid, LayoutThatFitsBestIsChosen) {
+  const struct {
+    int count;
+    std::vector<int> cells;
+    int chosen;
+    int copies;
+  } cases
+      [] =
+          {
+              {5, {3, 6}, 1, 5},
+              {3, {3, 3}, 0, 3},        // the first exact fit
+              {3, {4, 1, 3, 3}, 2, 3},  // also after others
+              {3, {2, 5}, 1, 3},        // a larger one before a smaller one
+              {3, {5, 4, 4}, 1, 3},     // the least excess, the first of equals
+              {3, {4, 5, 4}, 0, 3},
+              {3, {1, 2, 2}, 1, 2},  // the largest smaller one, the first of equals
+              {3, {2, 1}, 0, 2},
+              {3, {5, 2}, 0, 3},  // a larger one shuts out the smaller ones after it
+              {3, {1, 9, 2}, 0, 1},
+              {2, {10, 1}, 0, 2},
+              {2, {1, 10}, 0, 1},  // twice the cells and more are never chosen
+              {2, {1, 4}, 0, 1},
+              {2, {10, 1, 3}, 2, 2},
+              {2, {9, 10}, 0, 2},  // unless they come first and nothing else fits
+              {1, {2, 3}, 0, 1},
+              {1, {0, 2}, 0, 0},
+              {1, {0, 2, 1}, 2, 1},
+              {3, {0, 0}, 0, 0},
+          };
+  for (const auto& c : cases) {
+    Json::Value loop = Parse(R"j({"Contents": ["$(frame.bounds)"]})j");
+    loop["Layout"] = Json::Value(Json::arrayValue);
+    for (std::size_t i = 0; i < c.cells.size(); ++i) {
+      Json::Value layout(Json::arrayValue);
+      for (int k = 0; k < c.cells[i]; ++k) layout.append(Parse("[" + std::to_string(i) + ",0]"));
+      loop["Layout"].append(layout);
+    }
+    SCOPED_TRACE(std::to_string(c.count) + " in " + jsoncpp_string::toString(loop["Layout"]));
+    Json::Value expected = Parse(R"({"Contents": []})");
+    for (int k = 0; k < c.copies; ++k) {
+      expected["Contents"].append(Parse("[" + std::to_string(c.chosen) + ",0,0,0,null,null]"));
+    }
+    EXPECT_EQ(Iterate(jsoncpp_string::toString(loop), "null", {true, 0, c.count, 1}), expected);
+    EXPECT_EQ(Errors(), c.copies < c.count ? tooMany : "");
+  }
+}
+
+TEST_F(LoopGrid, LayoutWithoutCellsTakesNoCopies) {
+  for (const char* layouts : {"[]", "[[]]", "[null]", "[5]", R"(["abc"])", "[{}]"}) {
+    SCOPED_TRACE(layouts);
+    EXPECT_EQ(
+        Expand(R"("Start": 0, "Size": 2, "Contents": ["a"], "Layout": )" + std::string(layouts)),
+        R"({"Contents":[]})");
+    EXPECT_EQ(Errors(), tooMany);
+  }
+}
+
+TEST_F(LoopGrid, OnlyTheChosenLayoutIsProcessedAndOnlyACopyOfIt) {
+  const CTableHandler& n = Handle("n", R"({"a": 1, "b": 2})");
+  const char* const text = R"j({"Start": 0, "Size": 1, "Contents": ["$(frame.bounds)", {"A": 1}],
+      "Layout": [[["$(n.a)",0],["$(n.a)",1]], [["$(n.b)",2]]]})j";
+  Json::Value loop = Parse(text);
+  EXPECT_EQ(resolver.processContentsLoopElement(loop, 0),
+            Parse(R"({"Contents": [[2,2,0,0,null,null], {"A": 1}]})"));
+  EXPECT_EQ(loop, Parse(text));
+  EXPECT_EQ(n.calls(), std::vector<std::string>{"GetValue n.b"});
+  EXPECT_EQ(Errors(), "");
+}
+
+// --- Faults in the description ---
+
+TEST_F(LoopGrid, LayoutMustBePresentAndAnArray) {
+  EXPECT_EQ(Expand(R"("Start": 0, "Size": 2, "Contents": ["a"])"), "null");
+  EXPECT_EQ(Errors(), "CTemplateResolver::loopElementIterate: Layout array must be present\n");
+  for (const char* layout : {"null", "{}", "5", R"("[]")", "true"}) {
+    SCOPED_TRACE(layout);
+    EXPECT_EQ(
+        Expand(R"("Start": 0, "Size": 2, "Contents": ["a"], "Layout": )" + std::string(layout)),
+        "null");
+    EXPECT_EQ(Errors(), "CTemplateResolver::loopElementIterate: Layout must be an array\n");
+  }
+}
+
+TEST_F(LoopGrid, ValueNeedsAListWithEntries) {
+  const CTableHandler& n = Handle("n", "1");
+  for (const char* list : {"null", "{}", R"({"a": 1})", "5", R"("a,b")", "[]"}) {
+    for (const char* layout : {"", R"j(, "Layout": [[["$(n)",0]]])j", R"(, "Layout": 5)"}) {
+      SCOPED_TRACE(std::string(list) + layout);
+      EXPECT_EQ(Iterate(R"j({"Value": "v", "Contents": ["$(n)"])j" + std::string(layout) + "}",
+                        list, {true, 0, 1, 1}),
+                Json::Value());
+      EXPECT_EQ(Errors(),
+                "CTemplateResolver::loopElementIterate: 'Value' variable requires 'List' value as "
+                "array.\n");
+    }
+  }
+  EXPECT_TRUE(n.calls().empty());
+  EXPECT_EQ(Expand(R"("Start": 0, "Size": 1, "Value": 5, "Layout": [[[0,0]]])"),
+            R"({"Contents":[]})");
+  EXPECT_EQ(Errors(), "");
+}
+
+TEST_F(LoopGrid, RangeWithoutStepsGivesEmptyContents) {
+  EXPECT_EQ(Iterate(R"({"Layout": [[[5,5]]], "CellWidth": 9, "Contents": ["a"]})", "null",
+                    {false, 0, 0, 0}),
+            Parse(R"({"Contents": []})"));
+  EXPECT_EQ(right, 0);
+  EXPECT_EQ(Errors(), "");
+}
+
+// --- Variables ---
+
+TEST_F(LoopGrid, VariablesAreBoundForEachCopy) {
+  EXPECT_EQ(Expand(R"j("List": ["a", "b", {"c": 1}], "Start": 2, "Stop": 1, "Var": "i", "Key": "k",
+                       "Value": "v", "Count": "n", "RowVar": "r", "ColVar": "c",
+                       "Layout": [[[0,0],[1,0]]], "Contents": ["$(frame.context)"])j"),
+            R"({"Contents":[{"i":2,"k":2,"n":0,"v":{"c":1}},{"i":1,"k":1,"n":1,"v":"b"}]})");
+  EXPECT_EQ(Errors(), "");
+}
+
+TEST_F(LoopGrid, DescendingRangeFillsTheCellsInAscendingOrder) {
+  EXPECT_EQ(Expand(R"j("List": "a,b,c,d", "Start": 3, "Size": -3, "Value": "v", "Count": "n",
+                       "Layout": [[[10,0],[20,0],[30,0]]],
+                       "Contents": ["$(var.v)$(var.n)", "$(frame.bounds)"])j"),
+            R"({"Contents":["d0",[10,0,0,0,null,null],"c1",[20,0,0,0,null,null],)"
+            R"("b2",[30,0,0,0,null,null]]})");
+  EXPECT_EQ(Errors(), "");
+}
+
+TEST_F(LoopGrid, UnnamedVariablesAreNotBound) {
+  for (const char* names : {R"("X": 0)", R"("Var": "", "Key": "", "Value": "", "Count": "")",
+                            R"("Var": 1, "Key": null, "Value": ["v"], "Count": true)",
+                            R"("RowVar": "r", "ColVar": "c")"}) {
+    SCOPED_TRACE(names);
+    EXPECT_EQ(Expand(names + std::string(R"j(, "List": [7], "Layout": [[[0,0]]],
+                                            "Contents": ["$(frame.context)"])j")),
+              R"({"Contents":[{}]})");
+    EXPECT_EQ(Errors(), "");
+  }
+}
+
+TEST_F(LoopGrid, NamesAreTakenAsTheyStandAndTheLaterBindingWins) {
+  const struct {
+    const char* names;
+    const char* context;
+  } cases[] = {
+      {R"j("Var": "$(n)", "Count": "c d")j", R"j({"$(n)":1,"c d":0})j"},
+      {R"("Var": "x", "Count": "x")", R"({"x":0})"},
+      {R"("Key": "x", "Value": "x")", R"({"x":"b"})"},
+      {R"("Value": "x", "Count": "x")", R"({"x":0})"},
+  };
+  for (const auto& c : cases) {
+    SCOPED_TRACE(c.names);
+    EXPECT_EQ(Expand(c.names + std::string(R"j(, "List": ["a", "b"], "Start": 1,
+                                              "Layout": [[[0,0]]],
+                                              "Contents": ["$(frame.context)"])j")),
+              R"({"Contents":[)" + std::string(c.context) + "]}");
+    EXPECT_EQ(Errors(), "");
+  }
+}
+
+TEST_F(LoopGrid, IndexWrapsAt32Bits) {
+  EXPECT_EQ(Iterate(R"j({"Var": "i", "Layout": [[[0,0],[0,0]]], "Contents": ["$(var.i)"]})j",
+                    "null", {true, highestInt, 2, 1}),
+            Parse(R"({"Contents": [2147483647, -2147483648]})"));
+  EXPECT_EQ(Iterate(R"j({"Key": "i", "Layout": [[[0,0],[0,0]]], "Contents": ["$(var.i)"]})j",
+                    "null", {true, lowestInt, 2, -1}),
+            Parse(R"({"Contents": [-2147483648, 2147483647]})"));
+  EXPECT_EQ(Errors(), "");
+}
+
+// --- Contents ---
+
+TEST_F(LoopGrid, ContentsAreCopiedAndProcessed) {
+  const CTableHandler& n = Handle("n", "7");
+  EXPECT_EQ(Expand(R"j("Start": 0, "Size": 2, "Layout": [[[0,0],[1,0]]], "Var": "i", "Contents": [
+                       "$(n)", 5, null, ["$(n)"], {"Contents": ["$(n) $(var.i)"], "A": "$(n)"}])j"),
+            R"j({"Contents":[7,5,null,["$(n)"],{"A":"$(n)","Contents":["7 0"]},)j"
+            R"j(7,5,null,["$(n)"],{"A":"$(n)","Contents":["7 1"]}]})j");
+  EXPECT_EQ(n.calls(), std::vector<std::string>(4, "GetValue n"));
+  EXPECT_EQ(Errors(), "");
+}
+
+TEST_F(LoopGrid, FileNamesAreLowercasedInsideElementsOnly) {
+  Handle("n", R"("B.PNG")");
+  EXPECT_EQ(Resolve(R"j({"Contents": ["A.PNG", {"Loop": {"Start": 0, "Size": 1, "Layout": [[[0,0]]],
+                        "Contents": ["A.PNG", "$(n)", {"Contents": ["A.PNG", "$(n)"]}]}}]})j"),
+            R"({"Contents":["a.png",{"Contents":["A.PNG","B.PNG",)"
+            R"({"Contents":["a.png","b.png"]}]}]})");
+  EXPECT_EQ(Errors(), "");
+}
+
+TEST_F(LoopGrid, ContentsThatAreNoArrayAreEmpty) {
+  for (const char* contents :
+       {R"("X": 0)", R"("Contents": null)", R"("Contents": "a")", R"("Contents": {"a": "b"})",
+        R"("Contents": 5)", R"("Contents": [])"}) {
+    SCOPED_TRACE(contents);
+    EXPECT_EQ(Expand(R"("Start": 0, "Size": 1, "Layout": [[[0,0]]], )" + std::string(contents)),
+              R"({"Contents":[]})");
+    EXPECT_EQ(Errors(), "");
+  }
+}
+
+TEST_F(LoopGrid, CopiesAreMembersOfTheGivenContainer) {
+  const char* const loop = R"({"Layout": [[[0,0]]], "Contents": [{"RenderType": 3}]})";
+  EXPECT_EQ(Iterate(loop, "null", {true, 0, 1, 1}, 8),
+            Parse(R"({"Contents": [{"RenderType": 3, "Container": 8}]})"));
+  EXPECT_EQ(Iterate(loop, "null", {true, 0, 1, 1}, 0),
+            Parse(R"({"Contents": [{"RenderType": 3}]})"));
+  EXPECT_EQ(Errors(), "");
+}
+
+// --- Order, stack, exceptions ---
+
+TEST_F(LoopGrid, MembersAreReadInOrder) {
+  const CTableHandler& n = Handle("n", R"({"list": [4], "zero": 0, "one": 1, "w": 3, "h": 4})");
+  EXPECT_EQ(Expand(R"j("Contents": ["$(n.zero)"], "Layout": [[["$(n.one)", "$(n.zero)"]]],
+                       "CellHeight": "$(n.h)", "CellWidth": "$(n.w)", "List": "$(n.list)",
+                       "Start": "$(n.zero)", "Size": "$(n.one)")j"),
+            R"({"Contents":[0]})");
+  EXPECT_EQ(n.calls(),
+            (std::vector<std::string>{"GetValue n.list", "GetValue n.zero", "GetValue n.one",
+                                      "GetValue n.w", "GetValue n.h", "GetValue n.one",
+                                      "GetValue n.zero", "GetValue n.zero"}));
+  EXPECT_EQ(Errors(), "");
+}
+
+TEST_F(LoopGrid, EmptyStackIsReportedForEachCopy) {
+  EXPECT_EQ(Expand(R"j("Start": 0, "Size": 2, "CellWidth": "$(frame.clear)", "Var": "i",
+                       "Layout": [[[0,0],[1,0]]], "Contents": ["$(nobody)"])j"),
+            R"({"Contents":[null,null]})");
+  EXPECT_EQ(Errors(),
+            "CTemplateStack::BoundsSet: preconditions.\n"
+            "CTemplateStack::ContextSet: preconditions.\n"
+            "CTokenResolver::GetTokenValue: no token handler for: nobody.\n"
+            "CTemplateStack::BoundsSet: preconditions.\n"
+            "CTemplateStack::ContextSet: preconditions.\n"
+            "CTokenResolver::GetTokenValue: no token handler for: nobody.\n"
+            "CTemplateStack::Pop: preconditions.\n");
+}
+
+TEST_F(LoopGrid, ExceptionOfACopyLeavesItsFrames) {
+  try {
+    Expand(R"j("Start": 0, "Size": 3, "Var": "i", "Layout": [[[0,0],[10,20,30,40],[2,0]]],
+               "Contents": [{"Contents": ["$(var.i/var.i)"]}, "$(var.i/0)"])j");
+    ADD_FAILURE() << "no exception";
+  } catch (const std::runtime_error& error) {
+    EXPECT_STREQ(error.what(), "TokenResolver::evaluateExpression: divide by zero.");
+  }
+  ASSERT_EQ(stack.frames().size(), 3U);
+  EXPECT_EQ(stack.frames()[1].context, Parse(R"({"i": 0})"));
+  EXPECT_EQ(stack.frames()[1].bounds, Parse("[0, 0, 0, 0, null, null]"));
+  EXPECT_EQ(Errors(), "");
+}
+
+TEST_F(LoopGrid, LoopsNest) {
+  EXPECT_EQ(
+      Expand(R"j("Start": 1, "Size": 2, "Var": "i", "CellWidth": 100, "CellHeight": 50,
+      "Layout": [[[0,0],[100,0]]], "Contents": [{"Loop": {
+        "Start": 0, "Size": "$(var.i)", "Var": "j", "CellWidth": 10, "CellHeight": 10,
+        "Layout": [[[5,5]], [[0,"50%"],["50%",0]]],
+        "Contents": ["$(var.i).$(var.j)", "$(frame.bounds)"]}}, "$(var.j)"])j"),
+      R"({"Contents":[{"Contents":["1.0",[5,5,10,10,null,null]]},null,)"
+      R"({"Contents":["2.0",[100,25,10,10,null,null],"2.1",[150,0,10,10,null,null]]},null]})");
+  EXPECT_EQ(Errors(), "");
+}
+
+}  // namespace

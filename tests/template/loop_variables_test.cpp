@@ -1,0 +1,111 @@
+#include "template/loop_variables.h"
+
+#include <gtest/gtest.h>
+
+#include <limits>
+#include <string>
+
+#include "support/resolver_fixture.h"
+
+namespace {
+
+class LoopVariables : public ResolverTest {
+ protected:
+  /// The names found in `loop`, each followed by a bar.
+  std::string Names(const std::string& loop) {
+    const ttr::CLoopVariables names = ttr::loopVariables(resolver, Parse(loop));
+    return names.var + "|" + names.key + "|" + names.value + "|";
+  }
+
+  static Json::Value Bound(const ttr::CLoopVariables& names, const std::string& list, int index) {
+    Json::Value context = Parse(R"({"kept": 1})");
+    ttr::bindIndex(context, names, Parse(list), index);
+    return context;
+  }
+};
+
+TEST_F(LoopVariables, NamesAreReadAsTheyStand) {
+  const struct {
+    const char* loop;
+    const char* names;
+  } cases[] = {
+      {R"({"Var": "i", "Key": "k", "Value": "v"})", "i|k|v|"},
+      {R"({"Value": "a.b c"})", "||a.b c|"},
+      {R"j({"Var": "$(n)", "Key": " k "})j", "$(n)| k ||"},
+      {R"({"Var": "", "Key": "", "Value": ""})", "|||"},
+      {R"({"Var": 5, "Key": ["k"], "Value": null})", "|||"},
+      {R"({"Var": true, "Key": {"k": "k"}, "Value": 2.5})", "|||"},
+      {R"({"Count": "n", "var": "i"})", "|||"},
+      {"{}", "|||"},
+  };
+  const CTableHandler& n = Handle("n", R"("x")");
+  for (const auto& c : cases) {
+    SCOPED_TRACE(c.loop);
+    EXPECT_EQ(Names(c.loop), c.names);
+    EXPECT_EQ(Errors(), "");
+  }
+  EXPECT_TRUE(n.calls().empty());
+}
+
+TEST_F(LoopVariables, EntryOfTheList) {
+  const struct {
+    const char* list;
+    int index;
+    const char* entry;
+  } cases[] = {
+      {R"(["a", "b", "c"])", 0, R"("a")"},
+      {R"(["a", "b", "c"])", 2, R"("c")"},
+      {R"(["a", "b", "c"])", 3, "null"},
+      {R"(["a", "b", "c"])", -1, "null"},
+      {R"(["a", "b", "c"])", std::numeric_limits<int>::max(), "null"},
+      {R"(["a", "b", "c"])", std::numeric_limits<int>::min(), "null"},
+      {R"([{"to": "Oslo"}, [4]])", 0, R"({"to": "Oslo"})"},
+      {R"([{"to": "Oslo"}, [4]])", 1, "[4]"},
+      {"[]", 0, "null"},
+      {"null", 0, "null"},
+      {R"({"0": "a"})", 0, "null"},
+      {R"("abc")", 0, "null"},
+      {"5", 0, "null"},
+      {"2.5", 0, "null"},
+      {"true", 0, "null"},
+  };
+  for (const auto& c : cases) {
+    SCOPED_TRACE(std::string(c.list) + " at " + std::to_string(c.index));
+    EXPECT_EQ(ttr::listEntry(Parse(c.list), c.index), Parse(c.entry));
+    EXPECT_EQ(Errors(), "");
+  }
+}
+
+TEST_F(LoopVariables, NamedVariablesAreBound) {
+  const char* const list = R"(["a", "b", "c"])";
+  EXPECT_EQ(Bound({"i", "k", "v"}, list, 1), Parse(R"({"kept": 1, "i": 1, "k": 1, "v": "b"})"));
+  EXPECT_EQ(Bound({"i", "", ""}, list, 2), Parse(R"({"kept": 1, "i": 2})"));
+  EXPECT_EQ(Bound({"", "k", ""}, list, -2), Parse(R"({"kept": 1, "k": -2})"));
+  EXPECT_EQ(Bound({"", "", "v"}, list, 0), Parse(R"({"kept": 1, "v": "a"})"));
+  EXPECT_EQ(Bound({"", "", ""}, list, 1), Parse(R"({"kept": 1})"));
+  EXPECT_EQ(Errors(), "");
+}
+
+TEST_F(LoopVariables, MissingEntryIsBoundAsNull) {
+  EXPECT_EQ(Bound({"", "", "v"}, R"(["a"])", 1), Parse(R"({"kept": 1, "v": null})"));
+  EXPECT_EQ(Bound({"", "", "v"}, "null", 0), Parse(R"({"kept": 1, "v": null})"));
+  EXPECT_EQ(Errors(), "");
+}
+
+TEST_F(LoopVariables, LaterBindingOfTheSameNameWins) {
+  EXPECT_EQ(Bound({"x", "y", "y"}, "[7, 8]", 1), Parse(R"({"kept": 1, "x": 1, "y": 8})"));
+  EXPECT_EQ(Bound({"x", "y", "x"}, "[7, 8]", 0), Parse(R"({"kept": 1, "x": 7, "y": 0})"));
+  EXPECT_EQ(Bound({"kept", "", ""}, "[7, 8]", 0), Parse(R"({"kept": 0})"));
+  EXPECT_EQ(Errors(), "");
+}
+
+TEST_F(LoopVariables, BindingAgainOverwritesAndClearsNothing) {
+  const Json::Value list = Parse(R"(["a", "b"])");
+  Json::Value context(Json::objectValue);
+  ttr::bindIndex(context, {"i", "", "v"}, list, 0);
+  ttr::bindIndex(context, {"i", "", ""}, list, 1);
+  EXPECT_EQ(context, Parse(R"({"i": 1, "v": "a"})"));
+  EXPECT_EQ(Errors(), "");
+}
+
+}  // namespace
