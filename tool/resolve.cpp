@@ -50,18 +50,27 @@ CResolved resolvePage(const CPageOptions& options, const std::string& page, CPag
   return resolved;
 }
 
-std::string prettyText(const std::string& compact) {
+/// `compact` with indentation. A // comment of the page hides what follows it in the one line that
+/// the library writes, which then is no JSON any more.
+/// \throws CToolError in that case
+std::string prettyText(const std::string& compact, const std::string& page) {
   std::string errors;
+  const Json::Value value = jsoncpp_string::toJsonObject(compact, &errors);
+  if (!errors.empty()) {
+    throw CToolError(page,
+                     "the result is no JSON, because the page has a comment that starts with //");
+  }
   Json::StreamWriterBuilder writer;
   writer["indentation"] = "  ";
-  return Json::writeString(writer, jsoncpp_string::toJsonObject(compact, &errors));
+  return Json::writeString(writer, value);
 }
 
 int runResolve(const CResolveOptions& options) {
   const std::string page = readPage(options.page);
   CPageHost host(readValues(options.page.values), parseScreenSize(options.page.size));
   const CResolved resolved = resolvePage(options.page, page, host);
-  const std::string text = (options.pretty ? prettyText(resolved.text) : resolved.text) + '\n';
+  const std::string text =
+      (options.pretty ? prettyText(resolved.text, options.page.page) : resolved.text) + '\n';
   const bool nothing = resolved.text == "null";
   if (options.output.empty()) {
     writeStandardOutput(text);
