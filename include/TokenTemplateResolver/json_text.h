@@ -11,8 +11,9 @@
 /// JSON text to value and back, with JsonCpp's reader and writer.
 namespace jsoncpp_string {
 
-/// Builder of writers for compact JSON text: one line, no blanks, no newline at the end.
-/// All settings but "indentation" (here empty) are JsonCpp's defaults.
+/// Builder of writers for compact JSON text: one line, no blanks, no newline at the end. All
+/// settings but "indentation" (here empty) are JsonCpp's defaults, so that comments which the
+/// reader kept are written as they are.
 class TTR_EXPORT CJsonWriter : public Json::StreamWriterBuilder {
  public:
   CJsonWriter();
@@ -23,7 +24,7 @@ class TTR_EXPORT CJsonWriter : public Json::StreamWriterBuilder {
 /// commas are accepted, text after the value is ignored).
 ///
 /// When `text` does not parse, the result is null and `*errors` receives the reader's error text,
-/// which names line and column and may have several lines. `errors` must not be null.
+/// which names line and column and may have several lines; otherwise it is emptied.
 /// \throws Json::RuntimeError when arrays and objects nest deeper than JsonCpp's limit (1000)
 TTR_EXPORT Json::Value toJsonObject(const std::string& text, std::string* errors);
 

@@ -19,9 +19,10 @@ enum eTokenSection : std::int32_t {
 
 /// A token body, the text between "$(" and ")", taken apart.
 ///
-///     name.path # [ index.path ] :argument  operator operand.path
+///     name.path #  [ index.path ]  operator operand.path  :argument
 ///
-/// All but the name is optional. A body is cut into segments at delimiters that depend on the
+/// All but the name is optional. The argument stands last, because it may hold any character but
+/// "[", operators included. A body is cut into segments at delimiters that depend on the
 /// section it stands in, and the delimiter chooses the next section:
 ///
 /// | section  | entered by          | a segment goes to      | delimiters  |

@@ -76,7 +76,8 @@ class TTR_EXPORT CTemplateResolver {
 
   /// Starts over with the template `text`: empties the stack, pushes the screen's frame, parses.
   /// Text that is no JSON object writes one message on std::cerr.
-  /// \throws Json::LogicError when the text before was parsed to a scalar
+  /// \throws Json::LogicError when the text before was parsed to a scalar, Json::RuntimeError when
+  ///         arrays and objects nest deeper than JsonCpp's limit (1000)
   void Input(const std::string& text);
 
   /// Resolves the document in place. A second call resolves the resolved document again.
@@ -162,7 +163,8 @@ class TTR_EXPORT CTemplateResolver {
   bool processContentsIfExpressionEval(CExpression& expression);
 
   /// loop_element.cpp: an object with the copies of the loop's "Contents"; inside a container also
-  /// with "Bounds", "Frame" and "RenderType". Null when a grid loop has no copies to make.
+  /// with "Bounds", "Frame" and "RenderType". A grid loop has no "Contents" after a fault in its
+  /// description and with an empty range; outside a container it is then null.
   Json::Value processContentsLoopElement(Json::Value& loop, int container);
 
   /// loop_range.cpp: the range that "Start", "Stop", "Offset" and "Size" of the loop description

@@ -24,7 +24,7 @@ namespace tf {
 /// The broken-down `time`, which is borrowed and not changed.
 TTR_EXPORT std::string formatTimeBroken(tm* time, std::string locale, const std::string& format);
 
-/// `seconds` in the local time zone (`TZ`).
+/// `seconds` in the local time zone, as the last tzset() of the process found it in `TZ`.
 TTR_EXPORT std::string formatTimeLocal(long long seconds, const std::string& locale,
                                        const std::string& format);
 

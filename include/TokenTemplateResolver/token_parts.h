@@ -17,14 +17,15 @@ class TTR_EXPORT CTokenParts {
 
   CTokenParts() = default;
   CTokenParts(std::initializer_list<std::string> parts) : m_parts(parts) {}
-  explicit CTokenParts(std::vector<std::string> parts) : m_parts(std::move(parts)) {}
+  // Implicit, as is the way back: parts are a vector with a name.
+  // NOLINTNEXTLINE(google-explicit-constructor)
+  CTokenParts(std::vector<std::string> parts) : m_parts(std::move(parts)) {}
 
   const_iterator begin() const { return m_parts.begin(); }
   const_iterator end() const { return m_parts.end(); }
   std::size_t size() const { return m_parts.size(); }
   bool empty() const { return m_parts.empty(); }
   const std::string& operator[](std::size_t index) const { return m_parts[index]; }
-  // Implicit, so that parts can be handed to whatever takes a vector, as rebuildToken does.
   // NOLINTNEXTLINE(google-explicit-constructor)
   operator const std::vector<std::string>&() const { return m_parts; }
 

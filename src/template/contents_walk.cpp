@@ -4,6 +4,7 @@
 // Test: tests/template/contents_walk_test.cpp
 #include "TokenTemplateResolver/template_resolver.h"
 #include "util/report.h"
+#include "util/wrapping.h"
 
 namespace {
 
@@ -115,6 +116,6 @@ int CTemplateResolver::processContainment(Json::Value& element, eElementType typ
 }
 
 int CTemplateResolver::nextContainerID() {
-  m_containerId += 1;
+  m_containerId = ttr::wrapAdd(m_containerId, 1);
   return m_containerId;
 }

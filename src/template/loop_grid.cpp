@@ -38,7 +38,7 @@ Json::ArrayIndex chooseLayout(const Json::Value& layouts, unsigned count) {
   return chosen;
 }
 
-/// The cell that is being filled; what a cell of the layout leaves open stays as it was.
+/// The cell that is being filled.
 struct CCell {
   int x = 0;
   int y = 0;

@@ -20,8 +20,8 @@ struct CRangeMembers {
   std::optional<int> size;
 };
 
-/// The start moved by `offset` and kept within the list. A start of exactly `length` is
-/// deliberately left: a later rule rejects it.
+/// The start moved by `offset` and kept within the list, if there is one. A start of exactly
+/// `length` is deliberately left: a later rule rejects it.
 int offsetStart(int start, int offset, unsigned length) {
   const int moved = ttr::wrapAdd(start, offset);
   if (moved < 0) return 0;

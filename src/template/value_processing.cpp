@@ -1,7 +1,10 @@
 // Single values: substitute the tokens of a value, of a member's copy, of one level of a list;
 // lowercase the names of image and font files.
 // Test: tests/template/value_processing_test.cpp
+#include <algorithm>
 #include <cctype>
+#include <cstddef>
+#include <string_view>
 
 #include "TokenTemplateResolver/regex_match.h"
 #include "TokenTemplateResolver/template_resolver.h"
@@ -9,7 +12,34 @@
 
 namespace {
 
-constexpr char imageOrFontFile[] = R"((.+\.(png|jpg|jpeg|ttf|otf|bmp))$)";
+/// True when `text` ends in a dot and the extension of an image or font file, in any case, with at
+/// least one byte before the dot.
+bool endsInFileExtension(std::string_view text) {
+  const std::size_t dot = text.rfind('.');
+  if (dot == std::string_view::npos || dot == 0) return false;
+  const std::string_view extension = text.substr(dot + 1);
+  for (const std::string_view known : {"png", "jpg", "jpeg", "ttf", "otf", "bmp"}) {
+    if (std::equal(extension.begin(), extension.end(), known.begin(), known.end(),
+                   [](char written, char lower) { return (written | 0x20) == lower; })) {
+      return true;
+    }
+  }
+  return false;
+}
+
+bool isAscii(std::string_view text) {
+  return std::all_of(text.begin(), text.end(),
+                     [](char character) { return static_cast<unsigned char>(character) < 0x80; });
+}
+
+/// True when `text`, up to its first NUL, matches "(.+\.(png|jpg|jpeg|ttf|otf|bmp))$" without
+/// regard to case. The C library judges text that is not ASCII, in the character set of the
+/// locale, by an expression that accepts the same texts in linear time; the rest needs none.
+bool namesImageOrFont(const std::string& text) {
+  const std::string_view name = text.c_str();
+  if (!endsInFileExtension(name)) return false;
+  return isAscii(name) || regexMatch(text.c_str(), R"(.\.(png|jpg|jpeg|ttf|otf|bmp)$)");
+}
 
 }  // namespace
 
@@ -43,7 +73,7 @@ void CTemplateResolver::processList(Json::Value& list) const {
 void CTemplateResolver::lowercaseContentsValue(Json::Value& value) {
   if (!value.isString()) return;
   std::string text = value.asString();
-  if (!regexMatch(text.c_str(), imageOrFontFile)) return;
+  if (!namesImageOrFont(text)) return;
   for (char& character : text) {
     character = static_cast<char>(std::tolower(static_cast<unsigned char>(character)));
   }

@@ -2,10 +2,14 @@
 #include <json/value.h>
 #include <json/writer.h>
 
+#include <cctype>
+#include <clocale>
+#include <random>
 #include <stdexcept>
 #include <string>
 #include <vector>
 
+#include "TokenTemplateResolver/regex_match.h"
 #include "support/resolver_fixture.h"
 
 namespace {
@@ -166,6 +170,39 @@ TEST_F(ValueProcessing, NamesOfImagesAndFontsAreLowercased) {
     SCOPED_TRACE(testCase.text);
     EXPECT_EQ(Lowercased(testCase.text), Json::Value(testCase.expected));
   }
+  EXPECT_EQ(Errors(), "");
+}
+
+// The judgement takes short cuts; the expression that defines it decides what is right.
+TEST_F(ValueProcessing, NamesAreJudgedAsTheExpressionDoes) {
+  const std::vector<std::string> pieces = {".",    "A",    "b",        "/",        "png", "JPG",
+                                           "jPeG", "ttf",  "OTF",      "bmp",      "PNG", "\n",
+                                           " ",    "\xff", "\xc3\xa4", "\xc4\xb0", "gif", ".PNG"};
+  std::minstd_rand random(1);
+  for (const char* locale : {"C", "C.UTF-8"}) {
+    SCOPED_TRACE(locale);
+    ASSERT_NE(std::setlocale(LC_ALL, locale), nullptr);
+    int matches = 0;
+    for (int i = 0; i < 20000; ++i) {
+      std::string text;
+      for (auto n = random() % 6; n > 0; --n) text += pieces[random() % pieces.size()];
+      const bool matched = regexMatch(text.c_str(), R"((.+\.(png|jpg|jpeg|ttf|otf|bmp))$)");
+      std::string lowered = text;
+      for (char& c : lowered) c = static_cast<char>(std::tolower(static_cast<unsigned char>(c)));
+      ASSERT_EQ(Lowercased(text).asString(), matched ? lowered : text) << text;
+      matches += matched ? 1 : 0;
+    }
+    EXPECT_GT(matches, 500);
+  }
+  std::setlocale(LC_ALL, "C");
+  EXPECT_EQ(Errors(), "");
+}
+
+TEST_F(ValueProcessing, LongTextIsJudgedInNoTime) {
+  const std::string text(1000000, 'A');
+  EXPECT_EQ(Lowercased(text).asString(), text);
+  const std::string foreign = text + "\xff.PNG";
+  EXPECT_EQ(Lowercased(foreign).asString().size(), foreign.size());
   EXPECT_EQ(Errors(), "");
 }
 
