@@ -20,4 +20,4 @@ need_packages() {
 }
 
 build_packages=(g++ cmake ninja-build ccache libjsoncpp-dev libcli11-dev)
-test_packages=("${build_packages[@]}" libgtest-dev locales)
+test_packages=("${build_packages[@]}" libgtest-dev locales pkg-config)
