@@ -21,3 +21,15 @@ need_packages() {
 
 build_packages=(g++ cmake ninja-build ccache libjsoncpp-dev libcli11-dev)
 test_packages=("${build_packages[@]}" libgtest-dev locales pkg-config)
+
+# need_arm_packages: the cross compiler, QEMU, and JsonCpp for the target.
+need_arm_packages() {
+  if ! dpkg --print-foreign-architectures | grep -qx armhf; then
+    if [ "$(id -u)" -ne 0 ]; then
+      echo "Missing architecture. Add it with: sudo dpkg --add-architecture armhf" >&2
+      return 2
+    fi
+    dpkg --add-architecture armhf
+  fi
+  need_packages g++-arm-linux-gnueabihf qemu-user googletest libjsoncpp-dev:armhf
+}
