@@ -3,6 +3,7 @@
 #   cmake -D NM=<nm> -D LIBRARY=<file> -D EXPECTED=<list> [-D RENEW=1] -P check_symbols.cmake
 #
 # A symbol less is a break of the ABI; one more is to be added to the list on purpose, with RENEW.
+cmake_minimum_required(VERSION 3.25)
 execute_process(COMMAND ${NM} -D --defined-only --demangle ${LIBRARY}
   OUTPUT_VARIABLE table COMMAND_ERROR_IS_FATAL ANY)
 string(REPLACE "std::__cxx11::basic_string<char, std::char_traits<char>, std::allocator<char> >"

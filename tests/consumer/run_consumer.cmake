@@ -3,6 +3,7 @@
 #   cmake -D MODE=package|pkg-config|subdirectory|fetch -D SOURCE=<this project> -D BUILD=<its build>
 #         -D WORK=<scratch folder> -D CXX=<compiler> -D LIBDIR=lib [-D FLAGS=...] [-D TOOLCHAIN=...]
 #         [-D EMULATOR=...] [-D BUILD_TYPE=...] -P run_consumer.cmake
+cmake_minimum_required(VERSION 3.25)
 file(REMOVE_RECURSE ${WORK})
 file(MAKE_DIRECTORY ${WORK})
 

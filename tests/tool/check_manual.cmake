@@ -2,6 +2,7 @@
 # completions, and none of them tells of an option that the tool does not have.
 #
 #   cmake -D TTR=<tool> -D SOURCE=<this project> [-D EMULATOR=...] -D VERSION=... -P check_manual.cmake
+cmake_minimum_required(VERSION 3.25)
 function(help_of result)
   execute_process(COMMAND ${EMULATOR} ${TTR} ${ARGN} --help OUTPUT_VARIABLE text
     COMMAND_ERROR_IS_FATAL ANY)

@@ -8,6 +8,7 @@
 #   expected.err     standard error; absent for none
 #   expected.exit    exit code; absent for 0
 #   expected-files/  what the files of these names must hold afterwards
+cmake_minimum_required(VERSION 3.25)
 file(REMOVE_RECURSE ${WORK})
 file(COPY ${CASE}/ DESTINATION ${WORK})
 
