@@ -1,7 +1,7 @@
 # Builds and runs a foreign project that uses the library.
 #
 #   cmake -D MODE=package|pkg-config|subdirectory|fetch -D SOURCE=<this project> -D BUILD=<its build>
-#         -D WORK=<scratch folder> -D CXX=<compiler> -D LIBDIR=lib [-D FLAGS=...] [-D TOOLCHAIN=...]
+#         -D WORK=<scratch folder> -D CXX=<compiler> -D LIBDIR=lib [-D TOOLCHAIN=...]
 #         [-D EMULATOR=...] [-D BUILD_TYPE=...] -P run_consumer.cmake
 cmake_minimum_required(VERSION 3.25)
 file(REMOVE_RECURSE ${WORK})
@@ -28,7 +28,7 @@ endfunction()
 
 function(build_with_cmake)
   run(${CMAKE_COMMAND} -S ${SOURCE}/tests/consumer -B ${WORK}/build -G Ninja
-    -D CMAKE_CXX_COMPILER_LAUNCHER=ccache "-DCMAKE_CXX_FLAGS=${FLAGS}"
+    -D CMAKE_CXX_COMPILER_LAUNCHER=ccache
     "-DCMAKE_TOOLCHAIN_FILE=${TOOLCHAIN}" ${ARGN})
   run(${CMAKE_COMMAND} --build ${WORK}/build -j 2)
   run(${EMULATOR} ${WORK}/build/consumer)
@@ -44,7 +44,7 @@ elseif(MODE STREQUAL "pkg-config")
   set(ENV{PKG_CONFIG_LIBDIR} ${libraries}/pkgconfig:/usr/lib/${ARCHITECTURE}/pkgconfig)
   execute_process(COMMAND pkg-config --cflags --libs TokenTemplateHandlers
     OUTPUT_VARIABLE line COMMAND_ERROR_IS_FATAL ANY)
-  separate_arguments(line UNIX_COMMAND "${line} ${FLAGS}")
+  separate_arguments(line UNIX_COMMAND "${line}")
   run(${CXX} -std=c++17 ${SOURCE}/tests/consumer/main.cpp ${line} -Wl,-rpath,${libraries}
     -o ${WORK}/consumer)
   run(${EMULATOR} ${WORK}/consumer)
