@@ -34,6 +34,14 @@ bool isPercentage(const Json::Value& value) {
 
 int percentageOf(const Json::Value& value) { return ttr::leadingInt32(value.asString()); }
 
+/// Makes the first two entries of a point absolute; a point with fewer is extended with nulls.
+void processPoint(const CTemplateResolver& resolver, Json::Value& point,
+                  const CEnclosingBounds& enclosing) {
+  if (!point.isArray()) return;
+  resolver.processBoundsEdge(point[0U], enclosing.x, enclosing.width);
+  resolver.processBoundsEdge(point[1U], enclosing.y, enclosing.height);
+}
+
 int shareOf(int extent, const Json::Value& percentage) {
   return ttr::wrapMultiply(percentageOf(percentage), extent) / 100;
 }
@@ -56,14 +64,12 @@ void CTemplateResolver::processContentsBoundsElement(Json::Value& bounds) {
 
 void CTemplateResolver::processLayoutElement(Json::Value& layout) {
   if (!layout.isArray()) return;
-  for (Json::Value& point : layout) processArrayBoundsEdge(point);
+  const CEnclosingBounds enclosing = enclosingBounds(*m_stack);
+  for (Json::Value& point : layout) processPoint(*this, point, enclosing);
 }
 
 void CTemplateResolver::processArrayBoundsEdge(Json::Value& point) const {
-  const CEnclosingBounds enclosing = enclosingBounds(*m_stack);
-  if (!point.isArray()) return;
-  processBoundsEdge(point[0U], enclosing.x, enclosing.width);
-  processBoundsEdge(point[1U], enclosing.y, enclosing.height);
+  processPoint(*this, point, enclosingBounds(*m_stack));
 }
 
 void CTemplateResolver::processBoundsEdge(Json::Value& edge, int origin, int extent) const {

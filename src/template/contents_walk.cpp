@@ -3,14 +3,9 @@
 // Also numbers containers and marks the elements inside them.
 // Test: tests/template/contents_walk_test.cpp
 #include "TokenTemplateResolver/template_resolver.h"
+#include "template/render_type.h"
 #include "util/report.h"
 #include "util/wrapping.h"
-
-namespace {
-
-constexpr int containerRenderType = 1024;
-
-}  // namespace
 
 void CTemplateResolver::process(Json::Value& document) {
   if (document.isMember("Page")) {
@@ -92,7 +87,7 @@ CTemplateResolver::eElementType CTemplateResolver::getElementType(
     const Json::Value& renderType) const {
   // Compared as JSON values, where a number of another JSON type never equals: 1024.0 is plain.
   if (!renderType.isInt() || !(renderType > Json::Value(0))) return elementNone;
-  return renderType == Json::Value(containerRenderType) ? elementContainer : elementPlain;
+  return renderType == Json::Value(ttr::containerRenderType) ? elementContainer : elementPlain;
 }
 
 int CTemplateResolver::processContainment(Json::Value& element, eElementType type, int container) {

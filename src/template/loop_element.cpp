@@ -7,11 +7,10 @@
 #include "TokenTemplateResolver/template_resolver.h"
 #include "template/bounds_array.h"
 #include "template/loop_variables.h"
+#include "template/render_type.h"
 #include "util/wrapping.h"
 
 namespace {
-
-constexpr int containerRenderType = 1024;
 
 /// Makes the expansion `result` a container with `id` inside the container `enclosing`.
 void wrapAsContainer(Json::Value& result, Json::Value bounds, int id, int enclosing) {
@@ -22,7 +21,7 @@ void wrapAsContainer(Json::Value& result, Json::Value bounds, int id, int enclos
   frame["Align"] = "None";
   frame["Flow"] = "None";
   frame["Padding"] = 0;
-  result["RenderType"] = containerRenderType;
+  result["RenderType"] = ttr::containerRenderType;
 }
 
 /// Bounds of a container: the last two entries are 0, and negative numbers stay.

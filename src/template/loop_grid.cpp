@@ -61,10 +61,23 @@ void raise(int* greatest, int edge) {
   if (greatest != nullptr) *greatest = std::max(*greatest, edge);
 }
 
-/// True when the description has layouts to choose from; else one message.
-bool hasLayouts(const Json::Value& loop) {
+/// Makes `cell` the bounds of the frame on top, and lets the greatest edges grow with it.
+void placeCell(CTemplateStack& stack, const CCell& cell, int* right, int* bottom) {
+  stack.BoundsSet(ttr::makeBoundsArray(cell.x, cell.y, cell.width, cell.height));
+  raise(right, ttr::wrapAdd(cell.x, cell.width));
+  raise(bottom, ttr::wrapAdd(cell.y, cell.height));
+}
+
+/// True when the description can be expanded; else one message. The missing full stop in two of
+/// them is deliberate.
+bool canExpand(const Json::Value& loop, const Json::Value& list,
+               const ttr::CLoopVariables& variables) {
+  if (!variables.value.empty() && (!list.isArray() || list.empty())) {
+    ttr::report(
+        "CTemplateResolver::loopElementIterate: 'Value' variable requires 'List' value as array.");
+    return false;
+  }
   if (!loop.isMember("Layout")) {
-    // The missing full stop in both messages is deliberate.
     ttr::report("CTemplateResolver::loopElementIterate: Layout array must be present");
     return false;
   }
@@ -86,12 +99,7 @@ Json::Value CTemplateResolver::loopElementIterate(Json::Value& loop, const Json:
   const std::string countName = getVarNameAsString(description, "Count");
   const int width = getValueProcessed(description, "CellWidth").asInt();
   const int height = getValueProcessed(description, "CellHeight").asInt();
-  if (!variables.value.empty() && (!list.isArray() || list.empty())) {
-    ttr::report(
-        "CTemplateResolver::loopElementIterate: 'Value' variable requires 'List' value as array.");
-    return Json::Value();
-  }
-  if (!hasLayouts(description)) return Json::Value();
+  if (!canExpand(description, list, variables)) return Json::Value();
 
   const Json::Value& layouts = description["Layout"];
   Json::Value layout = layouts[chooseLayout(layouts, static_cast<unsigned>(range.count))];
@@ -110,9 +118,7 @@ Json::Value CTemplateResolver::loopElementIterate(Json::Value& loop, const Json:
       break;
     }
     moveCell(cell, layout[cellIndex], width, height);
-    m_stack->BoundsSet(ttr::makeBoundsArray(cell.x, cell.y, cell.width, cell.height));
-    raise(right, ttr::wrapAdd(cell.x, cell.width));
-    raise(bottom, ttr::wrapAdd(cell.y, cell.height));
+    placeCell(*m_stack, cell, right, bottom);
     const int index = ttr::wrapAdd(range.start, ttr::wrapMultiply(k, range.step));
     ttr::bindIndex(context, variables, list, index);
     if (!countName.empty()) context[countName] = k;
