@@ -40,22 +40,20 @@ class TTR_EXPORT CTemplateStack {
     m_frames.pop_back();
   }
 
-  /// Replaces the top frame's context by a copy of `context`, which must be an object.
+  /// Replaces the top frame's context by `context`, which must be an object.
   void ContextSet(const Json::Value& context) {
-    if (m_frames.empty() || !context.isObject()) {
-      std::cerr << "CTemplateStack::ContextSet: preconditions." << std::endl;
-      return;
-    }
-    m_frames.back().context = context;
+    if (contextFits(context)) m_frames.back().context = context;
+  }
+  void ContextSet(Json::Value&& context) {
+    if (contextFits(context)) m_frames.back().context = std::move(context);
   }
 
-  /// Replaces the top frame's bounds by a copy of `bounds`, which must be an array.
+  /// Replaces the top frame's bounds by `bounds`, which must be an array.
   void BoundsSet(const Json::Value& bounds) {
-    if (m_frames.empty() || !bounds.isArray()) {
-      std::cerr << "CTemplateStack::BoundsSet: preconditions." << std::endl;
-      return;
-    }
-    m_frames.back().bounds = bounds;
+    if (boundsFit(bounds)) m_frames.back().bounds = bounds;
+  }
+  void BoundsSet(Json::Value&& bounds) {
+    if (boundsFit(bounds)) m_frames.back().bounds = std::move(bounds);
   }
 
   /// The bounds of the innermost frame that has any; a null value when there is none. The
@@ -75,6 +73,18 @@ class TTR_EXPORT CTemplateStack {
   const std::vector<CStackFrame>& frames() const { return m_frames; }
 
  private:
+  bool contextFits(const Json::Value& context) const {
+    if (!m_frames.empty() && context.isObject()) return true;
+    std::cerr << "CTemplateStack::ContextSet: preconditions." << std::endl;
+    return false;
+  }
+
+  bool boundsFit(const Json::Value& bounds) const {
+    if (!m_frames.empty() && bounds.isArray()) return true;
+    std::cerr << "CTemplateStack::BoundsSet: preconditions." << std::endl;
+    return false;
+  }
+
   std::vector<CStackFrame> m_frames;
 };
 

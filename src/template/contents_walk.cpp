@@ -3,15 +3,16 @@
 // Also numbers containers and marks the elements inside them.
 // Test: tests/template/contents_walk_test.cpp
 #include "TokenTemplateResolver/template_resolver.h"
+#include "template/member.h"
 #include "template/render_type.h"
 #include "util/report.h"
 #include "util/wrapping.h"
 
 void CTemplateResolver::process(Json::Value& document) {
-  if (document.isMember("Page")) {
-    processPageValue(document["Page"]);
-  } else if (document.isMember("Contents")) {
-    processContentsArray(document["Contents"], 0);
+  if (Json::Value* page = ttr::findMember(document, "Page")) {
+    processPageValue(*page);
+  } else if (Json::Value* contents = ttr::findMember(document, "Contents")) {
+    processContentsArray(*contents, 0);
   } else {
     ttr::report("CTemplateResolver::Process: render template must have Page or Contents member.");
   }
@@ -19,9 +20,11 @@ void CTemplateResolver::process(Json::Value& document) {
 
 void CTemplateResolver::processPageValue(Json::Value& page) {
   // The page has no frame of its own: its context goes to the frame on top, the screen's.
-  if (page.isMember("Context")) processContentsContextElement(page["Context"]);
-  if (page.isObject() && page.isMember("Contents")) {
-    processContentsArray(page["Contents"], 0);
+  if (Json::Value* context = ttr::findMember(page, "Context")) {
+    processContentsContextElement(*context);
+  }
+  if (Json::Value* contents = ttr::findMember(page, "Contents")) {
+    processContentsArray(*contents, 0);
   } else {
     ttr::report("CTemplateResolver::processPageValue: Page must have Contents member.");
   }
@@ -56,31 +59,38 @@ void CTemplateResolver::processContentsObject(Json::Value& element, int containe
     return;
   }
   // Context and bounds come first, so that they are in force for what replaces the element.
-  if (element.isMember("Context")) processContentsContextElement(element["Context"]);
-  if (element.isMember("Bounds")) processContentsBoundsElement(element["Bounds"]);
-  if (element.isMember("Include")) {
-    element = processContentsIncludeElement(element["Include"]);
-  } else if (element.isMember("If")) {
-    element = processContentsIfElement(element["If"], container);
-  } else if (element.isMember("Loop")) {
-    element = processContentsLoopElement(element["Loop"], container);
+  if (Json::Value* context = ttr::findMember(element, "Context")) {
+    processContentsContextElement(*context);
+  }
+  if (Json::Value* bounds = ttr::findMember(element, "Bounds")) {
+    processContentsBoundsElement(*bounds);
+  }
+  if (Json::Value* include = ttr::findMember(element, "Include")) {
+    element = processContentsIncludeElement(*include);
+  } else if (Json::Value* ifValue = ttr::findMember(element, "If")) {
+    element = processContentsIfElement(*ifValue, container);
+  } else if (Json::Value* loop = ttr::findMember(element, "Loop")) {
+    element = processContentsLoopElement(*loop, container);
   } else {
     processPlainMembers(element, container);
   }
 }
 
 void CTemplateResolver::processPlainMembers(Json::Value& element, int container) {
-  if (element.isMember("Layout")) processLayoutElement(element["Layout"]);
-  if (element.isMember("Display")) processContentsDisplayElement(element["Display"]);
-  if (element.isMember("Play")) processContentsPlayElement(element["Play"]);
-  if (element.isMember("Prec")) processContentsPrecElement(element["Prec"]);
-  int inner = container;
-  if (element.isMember("RenderType")) {
-    Json::Value& renderType = element["RenderType"];
-    processValue(renderType);
-    inner = processContainment(element, getElementType(renderType), container);
+  if (Json::Value* layout = ttr::findMember(element, "Layout")) processLayoutElement(*layout);
+  if (Json::Value* display = ttr::findMember(element, "Display")) {
+    processContentsDisplayElement(*display);
   }
-  if (element.isMember("Contents")) processContentsArray(element["Contents"], inner);
+  if (Json::Value* play = ttr::findMember(element, "Play")) processContentsPlayElement(*play);
+  if (Json::Value* prec = ttr::findMember(element, "Prec")) processContentsPrecElement(*prec);
+  int inner = container;
+  if (Json::Value* renderType = ttr::findMember(element, "RenderType")) {
+    processValue(*renderType);
+    inner = processContainment(element, getElementType(*renderType), container);
+  }
+  if (Json::Value* contents = ttr::findMember(element, "Contents")) {
+    processContentsArray(*contents, inner);
+  }
 }
 
 CTemplateResolver::eElementType CTemplateResolver::getElementType(

@@ -84,7 +84,7 @@ Json::Value CTemplateResolver::expandRotatingLoop(Json::Value& loop, const Json:
 
   Json::Value context(Json::objectValue);
   ttr::bindIndex(context, variables, list, rotatingIndex(range, m_processCount));
-  m_stack->ContextSet(context);
+  m_stack->ContextSet(std::move(context));
   // Unlike a grid's copies, these are members of the enclosing container.
   appendLoopContents(result, loop, container);
 

@@ -3,6 +3,7 @@
 // the description does not allow it.
 // Test: tests/template/loop_grid_test.cpp
 #include <algorithm>
+#include <utility>
 
 #include "TokenTemplateResolver/template_resolver.h"
 #include "template/bounds_array.h"
@@ -107,7 +108,6 @@ Json::Value CTemplateResolver::loopElementIterate(Json::Value& loop, const Json:
 
   Json::Value result;
   result["Contents"] = Json::Value(Json::arrayValue);
-  Json::Value context(Json::objectValue);
   CCell cell{0, 0, width, height};
   for (int k = 0; k < range.count; ++k) {
     const auto cellIndex = static_cast<Json::ArrayIndex>(k);
@@ -120,9 +120,10 @@ Json::Value CTemplateResolver::loopElementIterate(Json::Value& loop, const Json:
     moveCell(cell, layout[cellIndex], width, height);
     placeCell(*m_stack, cell, right, bottom);
     const int index = ttr::wrapAdd(range.start, ttr::wrapMultiply(k, range.step));
+    Json::Value context(Json::objectValue);
     ttr::bindIndex(context, variables, list, index);
     if (!countName.empty()) context[countName] = k;
-    m_stack->ContextSet(context);
+    m_stack->ContextSet(std::move(context));
     appendLoopContents(result, description, container);
   }
   return result;

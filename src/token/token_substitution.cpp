@@ -2,6 +2,8 @@
 // A string in, a value of any type out when the string is one token, else a string.
 // Test: tests/token/token_substitution_test.cpp
 #include <cstddef>
+#include <string>
+#include <string_view>
 
 #include "TokenTemplateResolver/token_resolver.h"
 #include "util/report.h"
@@ -12,13 +14,21 @@ constexpr char tokenStart[] = "$(";
 constexpr char tokenEnd = ')';
 constexpr std::size_t tokenStartLength = 2;
 
+/// True for a string with "$(" in it. Most strings have none; they are not even copied.
+bool hasTokenStart(const Json::Value& value) {
+  const char* begin = nullptr;
+  const char* end = nullptr;
+  if (!value.isString() || !value.getString(&begin, &end)) return false;
+  const std::string_view text(begin, static_cast<std::size_t>(end - begin));
+  return text.find(tokenStart) != std::string_view::npos;
+}
+
 }  // namespace
 
 void CTokenResolver::SubstituteTokenValues(Json::Value& value) const {
-  if (!value.isString()) return;
+  if (!hasTokenStart(value)) return;
   const std::string text = value.asString();
   std::size_t start = text.find(tokenStart);
-  if (start == std::string::npos) return;
 
   const bool wholeValue = start == 0 && text.find(tokenEnd) == text.size() - 1;
   if (wholeValue) {

@@ -3,11 +3,13 @@
 // Test: tests/token/value_conversion_test.cpp
 #include <json/writer.h>
 
+#include <charconv>
 #include <cstddef>
 #include <cstdio>
 #include <optional>
 #include <sstream>
 #include <string>
+#include <system_error>
 
 #include "TokenTemplateResolver/token_resolver.h"
 #include "util/integer_text.h"
@@ -16,9 +18,27 @@
 
 namespace {
 
-/// "#RRGGBB" or "#RRGGBBAA" at the start of `text`; 0 after a message for anything else. Six
-/// digits deliberately give alpha 0, no opaque default.
+constexpr Json::UInt wordOf(Json::UInt red, Json::UInt green, Json::UInt blue, Json::UInt alpha) {
+  return alpha << 24 | red << 16 | green << 8 | blue;
+}
+
+/// The colour of a text as people write them, "#RRGGBB" or "#RRGGBBAA" and nothing else.
+std::optional<Json::UInt> plainColour(const std::string& text) {
+  Json::UInt digits = 0;
+  const char* end = text.data() + text.size();
+  const auto [stop, error] = std::from_chars(text.data() + 1, end, digits, 16);
+  if (error != std::errc() || stop != end) return std::nullopt;
+  if (text.size() == 7) return digits;
+  if (text.size() == 9)
+    return wordOf(digits >> 24, digits >> 16 & 0xFF, digits >> 8 & 0xFF, digits & 0xFF);
+  return std::nullopt;
+}
+
+/// The colour that `text`, which starts with "#", gives; 0 after a message when it has fewer than
+/// three fields. Without a fourth field alpha is deliberately 0, no opaque default. The C library
+/// scans what is not plain: it takes short fields, blanks, signs, and any text behind the fields.
 Json::UInt htmlColour(const std::string& text) {
+  if (const std::optional<Json::UInt> colour = plainColour(text)) return *colour;
   unsigned red = 0;
   unsigned green = 0;
   unsigned blue = 0;
@@ -28,7 +48,7 @@ Json::UInt htmlColour(const std::string& text) {
     ttr::report("CTokenResolver::HTMLtoInt: cannot convert value to colour: ", text, ".");
     return 0;
   }
-  return alpha << 24 | red << 16 | green << 8 | blue;
+  return wordOf(red, green, blue, alpha);
 }
 
 Json::UInt unsignedNumber(const std::string& text) {

@@ -5,6 +5,7 @@
 #include <cstdint>
 #include <cstdio>
 #include <limits>
+#include <random>
 #include <string>
 #include <vector>
 
@@ -251,24 +252,43 @@ TEST_F(ColourCoercion, FaultQuotesTheTextFromTheHashOn) {
   EXPECT_EQ(Errors(), "CTokenResolver::HTMLtoInt: cannot convert value to colour: #FF, opaque.\n");
 }
 
+/// The colour of a text with "#", and what is reported, as the C library's scan has it.
+void ExpectAsScanned(const std::string& text, const std::string& errors,
+                     const Json::Value& actual) {
+  unsigned red = 0;
+  unsigned green = 0;
+  unsigned blue = 0;
+  unsigned alpha = 0;
+  const int fields = std::sscanf(text.c_str(), "#%02X%02X%02X%02X", &red, &green, &blue, &alpha);
+  const bool colour = fields >= 3;
+  EXPECT_EQ(actual, Json::Value(colour ? alpha << 24 | red << 16 | green << 8 | blue : 0U));
+  EXPECT_EQ(
+      errors,
+      colour ? "" : "CTokenResolver::HTMLtoInt: cannot convert value to colour: " + text + ".\n");
+}
+
 TEST_F(ColourCoercion, HexadecimalPrefixCountsAsTheCLibraryScansIt) {
   // C libraries differ on "0x" in a field of two characters: a zero, or no number at all.
   for (const char* text : {"#0xFF80", "#FF0xAA", "#FFFF0xBB", "#FF800000x", "#0x0x0x0x"}) {
     SCOPED_TRACE(text);
-    unsigned red = 0;
-    unsigned green = 0;
-    unsigned blue = 0;
-    unsigned alpha = 0;
-    const bool colour = std::sscanf(text, "#%02X%02X%02X%02X", &red, &green, &blue, &alpha) >= 3;
-    const unsigned word = colour ? alpha << 24 | red << 16 | green << 8 | blue : 0;
-    EXPECT_EQ(Converted(CTokenResolver::CoerceToColour, text), Json::Value(word));
-    EXPECT_EQ(Errors(), colour ? ""
-                               : std::string("CTokenResolver::HTMLtoInt: cannot convert value to "
-                                             "colour: ") +
-                                     text + ".\n");
+    const Json::Value actual = Converted(CTokenResolver::CoerceToColour, text);
+    ExpectAsScanned(text, Errors(), actual);
   }
   EXPECT_EQ(Converted(CTokenResolver::CoerceToColour, "#FFFFFF0x"), Json::Value(0x00FFFFFFu));
   EXPECT_EQ(Errors(), "");
+}
+
+// Plain colours take a short cut; the scan decides what is right.
+TEST_F(ColourCoercion, EveryTextIsReadAsTheCLibraryScansIt) {
+  const std::string characters = "0123456789abcdefABCDEF00FFxX+- #gz";
+  std::minstd_rand random(1);
+  for (int i = 0; i < 50000; ++i) {
+    std::string text = "#";
+    for (auto n = random() % 10; n > 0; --n) text += characters[random() % characters.size()];
+    SCOPED_TRACE(text);
+    const Json::Value actual = Converted(CTokenResolver::CoerceToColour, text);
+    ExpectAsScanned(text, Errors(), actual);
+  }
 }
 
 TEST_F(ColourCoercion, TextWithoutHashIsAnUnsignedNumber) {
