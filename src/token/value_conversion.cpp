@@ -60,6 +60,25 @@ Json::UInt unsignedNumber(const std::string& text) {
   return number.value_or(0);
 }
 
+bool hasComments(const Json::Value& value) {
+  return value.hasComment(Json::commentBefore) || value.hasComment(Json::commentAfterOnSameLine) ||
+         value.hasComment(Json::commentAfter);
+}
+
+/// What JsonCpp's stream operator writes, trimmed. The operator builds a writer for each call, so
+/// numbers and booleans go straight to the functions that the writer uses.
+std::string jsonText(const Json::Value& value) {
+  if (!hasComments(value)) {
+    if (value.isBool()) return Json::valueToString(value.asBool());
+    if (value.type() == Json::intValue) return Json::valueToString(value.asLargestInt());
+    if (value.type() == Json::uintValue) return Json::valueToString(value.asLargestUInt());
+    if (value.type() == Json::realValue) return Json::valueToString(value.asDouble());
+  }
+  std::ostringstream stream;
+  stream << value;
+  return ttr::trim(stream.str());
+}
+
 }  // namespace
 
 void CTokenResolver::ConvertToTruthValue(Json::Value& value) {
@@ -117,13 +136,7 @@ void CTokenResolver::CoerceToColour(Json::Value& value) {
 
 void CTokenResolver::ConvertToString(Json::Value& value) {
   if (value.isString()) return;
-  if (value.isNull()) {
-    value = "";
-    return;
-  }
-  std::ostringstream stream;
-  stream << value;
-  value = ttr::trim(stream.str());
+  value = value.isNull() ? "" : jsonText(value);
 }
 
 void CTokenResolver::ConvertToArray(Json::Value& value) {

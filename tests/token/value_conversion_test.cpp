@@ -4,8 +4,10 @@
 
 #include <cstdint>
 #include <cstdio>
+#include <cstring>
 #include <limits>
 #include <random>
+#include <sstream>
 #include <string>
 #include <vector>
 
@@ -367,6 +369,50 @@ TEST_F(StringConversion, StringsStayAndTheRestIsJsonText) {
       {Parse(R"({"b": null, "a": true})"), "{\n\t\"a\" : true,\n\t\"b\" : null\n}"},
       {Parse(R"({"a": [2]})"), "{\n\t\"a\" : \n\t[\n\t\t2\n\t]\n}"}};
   ExpectConversions(CTokenResolver::ConvertToString, cases);
+}
+
+// Numbers and booleans take a short cut; JsonCpp's stream operator decides what is right.
+TEST_F(StringConversion, NumbersReadAsJsonCppStreamsThem) {
+  std::mt19937_64 random(1);
+  std::vector<Json::Value> values = {true,
+                                     false,
+                                     0.0,
+                                     -0.0,
+                                     1e300,
+                                     -1e-300,
+                                     0.1,
+                                     10.0,
+                                     1e16,
+                                     1e17,
+                                     123456789.125,
+                                     std::numeric_limits<double>::infinity(),
+                                     std::numeric_limits<double>::quiet_NaN()};
+  for (int i = 0; i < 5000; ++i) {
+    values.emplace_back(Json::Int64(random()));
+    values.emplace_back(Json::UInt64(random()));
+    values.emplace_back(Json::Int(random()));
+    double real = 0;
+    const std::uint64_t bits = random();
+    std::memcpy(&real, &bits, sizeof real);
+    values.emplace_back(real);
+    values.emplace_back(static_cast<double>(random() % 100000) / 100);
+  }
+  for (const Json::Value& value : values) {
+    std::ostringstream stream;
+    stream << value;
+    ASSERT_EQ(Converted(CTokenResolver::ConvertToString, value), Json::Value(stream.str()));
+  }
+  EXPECT_EQ(Errors(), "");
+}
+
+TEST_F(StringConversion, CommentsOfAValueAreInItsText) {
+  Json::Value value = 7;
+  value.setComment(std::string("/* seven */"), Json::commentBefore);
+  EXPECT_EQ(Converted(CTokenResolver::ConvertToString, value), Json::Value("/* seven */\n7"));
+  value = 7;
+  value.setComment(std::string("// seven"), Json::commentAfterOnSameLine);
+  EXPECT_EQ(Converted(CTokenResolver::ConvertToString, value), Json::Value("7 // seven"));
+  EXPECT_EQ(Errors(), "");
 }
 
 TEST_F(ArrayConversion, StringsAreSplitAtCommas) {
