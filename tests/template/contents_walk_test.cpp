@@ -9,15 +9,9 @@
 
 #include "TokenTemplateResolver/template_resolver.h"
 #include "support/resolver_fixture.h"
+#include "support/throwing_handler.h"
 
 namespace {
-
-class CHostError : public std::exception {};
-
-class CThrowingHandler : public ITokenHandler {
- public:
-  Json::Value GetPartsValue(const CTokenParts&) const override { throw CHostError(); }
-};
 
 /// Answers what the host sees of the stack: `$(stack.size)`, `$(stack.context)` and
 /// `$(stack.bounds)` of the top frame; `$(stack.clear)` empties it.

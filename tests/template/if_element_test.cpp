@@ -10,6 +10,7 @@
 
 #include "TokenTemplateResolver/template_resolver.h"
 #include "support/resolver_fixture.h"
+#include "support/throwing_handler.h"
 
 namespace {
 
@@ -19,13 +20,6 @@ constexpr int greatest = std::numeric_limits<int>::max();
 using CCalls = std::vector<std::string>;
 using CExpression = CTemplateResolver::CExpression;
 using eOp = CTemplateResolver::eExpressionOp;
-
-class CHostError : public std::exception {};
-
-class CThrowingHandler : public ITokenHandler {
- public:
-  Json::Value GetPartsValue(const CTokenParts&) const override { throw CHostError(); }
-};
 
 /// Answers `$(stack.context)`, `$(stack.bounds)` and `$(stack.size)`: the top frame's context, the
 /// bounds in force and the number of frames.

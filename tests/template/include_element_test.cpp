@@ -12,17 +12,11 @@
 
 #include "TokenTemplateResolver/template_resolver.h"
 #include "support/resolver_fixture.h"
+#include "support/throwing_handler.h"
 
 namespace {
 
 using CCalls = std::vector<std::string>;
-
-class CHostError : public std::exception {};
-
-class CThrowingHandler : public ITokenHandler {
- public:
-  Json::Value GetPartsValue(const CTokenParts&) const override { throw CHostError(); }
-};
 
 /// Answers `$(stack.context)`, `$(stack.bounds)` and `$(stack.size)`: the top frame's context, the
 /// bounds in force and the number of frames; for any other name, the innermost context's value.

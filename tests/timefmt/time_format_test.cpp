@@ -12,12 +12,11 @@
 #include <utility>
 #include <vector>
 
-#include "support/cerr_capture.h"
+#include "support/time_settings_fixture.h"
 
 namespace {
 
 using Names = std::vector<std::string>;
-using Text = std::optional<std::string>;
 
 /// What setlocale is asked for while a test watches it; null otherwise.
 Names* watchedNames = nullptr;
@@ -44,39 +43,9 @@ constexpr long long latest = std::numeric_limits<long long>::max();
 constexpr long long earliest = std::numeric_limits<long long>::min();
 constexpr long long leapDay = 951782400;  // Tuesday, 2000-02-29 00:00:00 UTC
 
-/// Starts in UTC and the locale "C", and gives the settings found back. No function reports
-/// anything.
-class TimeFormat : public ::testing::Test {
+class TimeFormat : public TimeSettingsTest {
  protected:
-  TimeFormat() {
-    SetVariable("TZ", "UTC0");
-    SetVariable("LC_ALL", std::nullopt);
-    std::setlocale(LC_ALL, "C");
-  }
-
-  ~TimeFormat() override {
-    SetVariable("TZ", m_zone);
-    SetVariable("LC_ALL", m_lcAll);
-    std::setlocale(LC_ALL, m_locale.c_str());
-  }
-
-  void TearDown() override { EXPECT_EQ(m_cerr.Take(), ""); }
-
-  static Text Variable(const char* name) {
-    const char* value = std::getenv(name);
-    return value == nullptr ? Text() : value;
-  }
-
-  static void SetVariable(const char* name, const Text& value) {
-    if (value) {
-      setenv(name, value->c_str(), 1);
-    } else {
-      unsetenv(name);
-    }
-    tzset();
-  }
-
-  static std::string Locale() { return std::setlocale(LC_ALL, nullptr); }
+  TimeFormat() : TimeSettingsTest("UTC0") {}
 
   /// What setlocale is asked for during `call`.
   template <typename Call>
@@ -87,12 +56,6 @@ class TimeFormat : public ::testing::Test {
     watchedNames = nullptr;
     return names;
   }
-
- private:
-  Text m_zone = Variable("TZ");
-  Text m_lcAll = Variable("LC_ALL");
-  std::string m_locale = Locale();
-  CCerrCapture m_cerr;
 };
 
 TEST_F(TimeFormat, UTC) {

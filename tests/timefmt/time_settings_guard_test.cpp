@@ -9,46 +9,15 @@
 #include <optional>
 #include <string>
 
-#include "support/cerr_capture.h"
+#include "support/time_settings_fixture.h"
 
 namespace {
 
 using tf::CTimeSettingsGuard;
-using Text = std::optional<std::string>;
 
-/// Starts in the zone EST5 and the locale "C", and gives the settings found back. Nothing that a
-/// guard does is reported.
-class TimeSettingsGuard : public ::testing::Test {
+class TimeSettingsGuard : public TimeSettingsTest {
  protected:
-  TimeSettingsGuard() {
-    SetVariable("TZ", "EST5");
-    SetVariable("LC_ALL", std::nullopt);
-    std::setlocale(LC_ALL, "C");
-  }
-
-  ~TimeSettingsGuard() override {
-    SetVariable("TZ", m_zone);
-    SetVariable("LC_ALL", m_lcAll);
-    std::setlocale(LC_ALL, m_locale.c_str());
-  }
-
-  void TearDown() override { EXPECT_EQ(m_cerr.Take(), ""); }
-
-  static Text Variable(const char* name) {
-    const char* value = std::getenv(name);
-    return value == nullptr ? Text() : value;
-  }
-
-  static void SetVariable(const char* name, const Text& value) {
-    if (value) {
-      setenv(name, value->c_str(), 1);
-    } else {
-      unsetenv(name);
-    }
-    tzset();
-  }
-
-  static std::string Locale() { return std::setlocale(LC_ALL, nullptr); }
+  TimeSettingsGuard() : TimeSettingsTest("EST5") {}
 
   /// The local time of noon UTC, as the C library has it without a further tzset().
   static std::string NoonUTC() {
@@ -57,12 +26,6 @@ class TimeSettingsGuard : public ::testing::Test {
     localtime_r(&noon, &local);
     return std::to_string(local.tm_hour) + ":" + std::to_string(local.tm_min);
   }
-
- private:
-  Text m_zone = Variable("TZ");
-  Text m_lcAll = Variable("LC_ALL");
-  std::string m_locale = Locale();
-  CCerrCapture m_cerr;
 };
 
 TEST_F(TimeSettingsGuard, SwitchesTheZoneForItsLifetime) {
