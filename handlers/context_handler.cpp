@@ -17,9 +17,8 @@ const Json::Value& CContextHandler::find(const CTokenParts& parts) const {
     const auto& frames = m_stack->frames();
     const std::string& name = parts[m_nameParts];
     for (auto frame = frames.rbegin(); frame != frames.rend(); ++frame) {
-      if (frame->context.isMember(name)) {
-        return ttr::memberAt(frame->context[name], parts, m_nameParts + 1);
-      }
+      const Json::Value* value = frame->context.find(name.data(), name.data() + name.size());
+      if (value != nullptr) return ttr::memberAt(*value, parts, m_nameParts + 1);
     }
   }
   return Json::Value::nullSingleton();

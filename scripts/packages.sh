@@ -29,7 +29,16 @@ need_arm_packages() {
       echo "Missing architecture. Add it with: sudo dpkg --add-architecture armhf" >&2
       return 2
     fi
-    dpkg --add-architecture armhf
+    dpkg --add-architecture armhf || return 2
   fi
   need_packages g++-arm-linux-gnueabihf qemu-user googletest libjsoncpp-dev:armhf
+}
+
+# arm_ready: sets up what ARM needs. Where Debian's armhf packages cannot be had, it says so and ends
+# the script; with TTR_ALLOW_NO_ARM=1, for machines that are meant to do without, it returns 1.
+arm_ready() {
+  need_arm_packages && return 0
+  echo "NO ARM: Debian's armhf packages could not be installed, nothing is done for ARM" >&2
+  [ "${TTR_ALLOW_NO_ARM:-}" = 1 ] || exit 1
+  return 1
 }

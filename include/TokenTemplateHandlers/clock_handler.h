@@ -12,8 +12,7 @@
 /// without one it is "%H:%M".
 ///
 ///     CClockHandler clock("de_DE");
-///     tokens.Set("clock", &clock);  // $(clock) is 14:05, $(clock:%A, %e. %B) Samstag, 21.
-///     November
+///     tokens.Set("clock", &clock);  // $(clock) is 14:05, $(clock:%e. %B) is 21. November
 ///
 /// The locale of the process is switched during each call (TokenTemplateResolver/time_format.h):
 /// resolvers with clocks must not run in several threads at once.

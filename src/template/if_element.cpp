@@ -4,6 +4,7 @@
 #include <algorithm>
 
 #include "TokenTemplateResolver/template_resolver.h"
+#include "template/member.h"
 #include "util/report.h"
 
 namespace {
@@ -47,10 +48,10 @@ bool invalidExpression() {
 Json::Value CTemplateResolver::processContentsIfElement(Json::Value& ifValue, int container) {
   Json::Value result;
   CExpression expression = processContentsIfExpressionGet(ifValue);
-  if (processContentsIfExpressionEval(expression) && ifValue.isMember("Contents")) {
-    Json::Value& contents = ifValue["Contents"];
-    processContentsArray(contents, container);
-    result["Contents"] = contents;
+  if (!processContentsIfExpressionEval(expression)) return result;
+  if (Json::Value* contents = ttr::findMember(ifValue, "Contents")) {
+    processContentsArray(*contents, container);
+    result["Contents"] = *contents;
   }
   return result;
 }

@@ -8,6 +8,7 @@
 #include "TokenTemplateResolver/template_resolver.h"
 #include "template/bounds_array.h"
 #include "template/loop_variables.h"
+#include "template/member.h"
 #include "util/report.h"
 #include "util/wrapping.h"
 
@@ -78,11 +79,12 @@ bool canExpand(const Json::Value& loop, const Json::Value& list,
         "CTemplateResolver::loopElementIterate: 'Value' variable requires 'List' value as array.");
     return false;
   }
-  if (!loop.isMember("Layout")) {
+  const Json::Value* layouts = ttr::findMember(loop, "Layout");
+  if (layouts == nullptr) {
     ttr::report("CTemplateResolver::loopElementIterate: Layout array must be present");
     return false;
   }
-  if (!loop["Layout"].isArray()) {
+  if (!layouts->isArray()) {
     ttr::report("CTemplateResolver::loopElementIterate: Layout must be an array");
     return false;
   }

@@ -11,9 +11,12 @@ namespace ttr {
 /// The member `name` of an object, a null pointer when it has none (a null value has none either):
 /// test and access in one look-up.
 /// \throws Json::LogicError for an array or a scalar, as every member test does
+inline const Json::Value* findMember(const Json::Value& object, std::string_view name) {
+  return object.find(name.data(), name.data() + name.size());
+}
+
 inline Json::Value* findMember(Json::Value& object, std::string_view name) {
-  return const_cast<Json::Value*>(
-      std::as_const(object).find(name.data(), name.data() + name.size()));
+  return const_cast<Json::Value*>(findMember(std::as_const(object), name));
 }
 
 }  // namespace ttr

@@ -8,6 +8,7 @@
 
 #include "TokenTemplateResolver/regex_match.h"
 #include "TokenTemplateResolver/template_resolver.h"
+#include "template/member.h"
 #include "util/report.h"
 
 namespace {
@@ -49,8 +50,8 @@ void CTemplateResolver::processValue(Json::Value& value) const {
 
 Json::Value CTemplateResolver::getValueProcessed(const Json::Value& object, const char* key) const {
   Json::Value result;
-  if (object.isMember(key)) {
-    result = object[key];
+  if (const Json::Value* member = ttr::findMember(object, key)) {
+    result = *member;
     processValue(result);
   }
   return result;

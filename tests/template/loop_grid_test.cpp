@@ -7,6 +7,7 @@
 
 #include "TokenTemplateHandlers/context_handler.h"
 #include "TokenTemplateResolver/json_text.h"
+#include "support/frame_handler.h"
 #include "support/resolver_fixture.h"
 
 namespace {
@@ -15,23 +16,6 @@ constexpr int lowestInt = std::numeric_limits<int>::min();
 constexpr int highestInt = std::numeric_limits<int>::max();
 const char* const tooMany =
     "CTemplateResolver::loopElementIterate: too many elements for grid. Remainder discarded.\n";
-
-/// Answers `$(frame.bounds)` and `$(frame.context)` of the frame on top of the stack;
-/// `$(frame.clear)` empties the stack.
-class CFrameHandler : public ITokenHandler {
- public:
-  explicit CFrameHandler(CTemplateStack* stack) : m_stack(stack) {}
-
-  Json::Value GetPartsValue(const CTokenParts& parts) const override {
-    if (parts[1] == "bounds") return m_stack->frames().back().bounds;
-    if (parts[1] == "context") return m_stack->frames().back().context;
-    if (parts[1] == "clear") m_stack->Clear();
-    return Json::Value();
-  }
-
- private:
-  CTemplateStack* m_stack;
-};
 
 class LoopGrid : public ResolverTest {
  protected:
