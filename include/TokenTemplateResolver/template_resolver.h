@@ -10,6 +10,10 @@
 #include "TokenTemplateResolver/template_stack.h"
 #include "TokenTemplateResolver/token_resolver.h"
 
+namespace ttr {
+struct CElementMembers;
+}
+
 /// Turns a render template, JSON text that describes one screen page, into the resolved page.
 ///
 ///     CTokenResolver tokens;
@@ -196,12 +200,17 @@ class TTR_EXPORT CTemplateResolver {
   void lowercaseContentsValue(Json::Value& value);
 
  private:
-  void processPlainMembers(Json::Value& element, int container);
-  Json::Value expandGridLoop(Json::Value& loop, const Json::Value& list, const CLoopRange& range,
+  void processPlainMembers(Json::Value& element, const ttr::CElementMembers& members,
+                           int container);
+  void replaceByIfContents(Json::Value& element, Json::Value& ifValue, int container);
+  Json::Value* resolveIfContents(Json::Value& ifValue, int container);
+  Json::Value expandGridLoop(Json::Value& loop, Json::Value& list, const CLoopRange& range,
                              int container);
-  Json::Value expandRotatingLoop(Json::Value& loop, const Json::Value& list,
-                                 const CLoopRange& range, int container);
-  void appendLoopContents(Json::Value& result, const Json::Value& loop, int container);
+  Json::Value fillGrid(const Json::Value& loop, Json::Value& list, const CLoopRange& range,
+                       int container, int* right, int* bottom);
+  Json::Value expandRotatingLoop(Json::Value& loop, Json::Value& list, const CLoopRange& range,
+                                 int container);
+  void appendLoopContents(Json::Value& copies, const Json::Value& contents, int container);
 
   Json::Value m_document;
   const CTokenResolver* m_tokenResolver;

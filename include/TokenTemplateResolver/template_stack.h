@@ -27,9 +27,9 @@ class TTR_EXPORT CTemplateStack {
     Json::Value bounds{Json::arrayValue};
   };
 
-  /// Appends `frame` as the new top.
+  /// Appends a copy of `frame` as the new top; without one a fresh frame, with nothing in force.
   void Push(const CStackFrame& frame) { m_frames.push_back(frame); }
-  void Push(CStackFrame&& frame) { m_frames.push_back(std::move(frame)); }
+  void Push() { m_frames.emplace_back(); }
 
   /// Removes the top frame.
   void Pop() {
@@ -52,8 +52,10 @@ class TTR_EXPORT CTemplateStack {
   void BoundsSet(const Json::Value& bounds) {
     if (boundsFit(bounds)) m_frames.back().bounds = bounds;
   }
-  void BoundsSet(Json::Value&& bounds) {
-    if (boundsFit(bounds)) m_frames.back().bounds = std::move(bounds);
+
+  /// As BoundsSet, but hands the old bounds back in `bounds` instead of copying.
+  void BoundsSwap(Json::Value& bounds) {
+    if (boundsFit(bounds)) m_frames.back().bounds.swap(bounds);
   }
 
   /// The bounds of the innermost frame that has any; a null value when there is none. The

@@ -29,6 +29,9 @@ class TTR_EXPORT CTokenParts {
   // NOLINTNEXTLINE(google-explicit-constructor)
   operator const std::vector<std::string>&() const { return m_parts; }
 
+  /// Makes room for `count` parts.
+  void reserve(std::size_t count) { m_parts.reserve(count); }
+
   /// Appends one part.
   void push_back(std::string part) { m_parts.push_back(std::move(part)); }
 

@@ -3,9 +3,14 @@
 // Goes in: [x, y, width, height, two integers], or an array of points; comes out: the same,
 // resolved in place; bounds are recorded as those of the element.
 // Test: tests/template/bounds_element_test.cpp
+#include <optional>
+#include <string_view>
+
 #include "TokenTemplateResolver/template_resolver.h"
+#include "template/array_head.h"
 #include "template/bounds_array.h"
 #include "util/integer_text.h"
+#include "util/text_view.h"
 #include "util/wrapping.h"
 
 namespace {
@@ -19,45 +24,72 @@ struct CEnclosingBounds {
 };
 
 CEnclosingBounds enclosingBounds(const CTemplateStack& stack) {
-  const Json::Value& bounds = stack.boundsFind();
-  return {ttr::boundsEntry(bounds, 0), ttr::boundsEntry(bounds, 1), ttr::boundsEntry(bounds, 2),
-          ttr::boundsEntry(bounds, 3)};
+  const ttr::CArrayHead<const Json::Value, 4> bounds(stack.boundsFind());
+  return {ttr::boundsInt(bounds[0]), ttr::boundsInt(bounds[1]), ttr::boundsInt(bounds[2]),
+          ttr::boundsInt(bounds[3])};
 }
 
 /// A string whose first "%" stands after its first digit: "50%", "50 %" and "x5%", not "%50".
 bool isPercentage(const Json::Value& value) {
   if (!value.isString()) return false;
-  const std::string text = value.asString();
-  const std::size_t percent = text.find('%');
-  return percent != std::string::npos && text.find_first_of("0123456789") < percent;
+  bool digitSeen = false;
+  for (const char character : ttr::textView(value)) {
+    if (character == '%') return digitSeen;
+    digitSeen = digitSeen || (character >= '0' && character <= '9');
+  }
+  return false;
 }
 
-int percentageOf(const Json::Value& value) { return ttr::leadingInt32(value.asString()); }
+int percentageOf(const Json::Value& value) { return ttr::leadingInt32(ttr::textView(value)); }
 
 /// Makes the first two entries of a point absolute; a point with fewer is extended with nulls.
 void processPoint(const CTemplateResolver& resolver, Json::Value& point,
                   const CEnclosingBounds& enclosing) {
   if (!point.isArray()) return;
-  resolver.processBoundsEdge(point[0U], enclosing.x, enclosing.width);
-  resolver.processBoundsEdge(point[1U], enclosing.y, enclosing.height);
+  const ttr::CArrayHead<Json::Value, 2> edges(point);
+  resolver.processBoundsEdge(edges[0], enclosing.x, enclosing.width);
+  resolver.processBoundsEdge(edges[1], enclosing.y, enclosing.height);
 }
 
-int shareOf(int extent, const Json::Value& percentage) {
-  return ttr::wrapMultiply(percentageOf(percentage), extent) / 100;
+int shareOf(int extent, int percentage) { return ttr::wrapMultiply(percentage, extent) / 100; }
+
+/// The percentage of the string `value` as people write it: up to eight digits, "%", nothing else.
+/// Such a text holds no token.
+std::optional<int> plainPercentage(const Json::Value& value) {
+  const std::string_view text = ttr::textView(value);
+  if (text.size() < 2 || text.size() > 9 || text.back() != '%') return std::nullopt;
+  int number = 0;
+  for (const char character : text.substr(0, text.size() - 1)) {
+    if (character < '0' || character > '9') return std::nullopt;
+    number = number * 10 + (character - '0');
+  }
+  return number;
+}
+
+/// Replaces the tokens of the string `value`, and gives the share of `extent` that it then asks
+/// for: none when it is no percentage, or when there is no extent (below 1) to take it of.
+std::optional<int> processShare(const CTemplateResolver& resolver, Json::Value& value, int extent) {
+  if (extent > 0) {
+    if (const std::optional<int> plain = plainPercentage(value)) return shareOf(extent, *plain);
+  }
+  resolver.processValue(value);
+  if (extent < 1 || !isPercentage(value)) return std::nullopt;
+  return shareOf(extent, percentageOf(value));
 }
 
 }  // namespace
 
 void CTemplateResolver::processContentsBoundsElement(Json::Value& bounds) {
   const CEnclosingBounds enclosing = enclosingBounds(*m_stack);
-  if (bounds.isValidIndex(0)) processBoundsEdge(bounds[0U], enclosing.x, enclosing.width);
-  if (bounds.isValidIndex(1)) processBoundsEdge(bounds[1U], enclosing.y, enclosing.height);
-  if (bounds.isValidIndex(2)) processBoundsSize(bounds[2U], enclosing.x, enclosing.width);
-  if (bounds.isValidIndex(3)) processBoundsSize(bounds[3U], enclosing.y, enclosing.height);
-  for (Json::ArrayIndex index = 4; index <= 5; ++index) {
-    if (!bounds.isValidIndex(index)) continue;
-    processValue(bounds[index]);
-    CTokenResolver::CoerceToInt(bounds[index]);
+  const Json::ArrayIndex size = bounds.size();
+  const ttr::CArrayHead<Json::Value, 6> entries(bounds);
+  if (size > 0) processBoundsEdge(entries[0], enclosing.x, enclosing.width);
+  if (size > 1) processBoundsEdge(entries[1], enclosing.y, enclosing.height);
+  if (size > 2) processBoundsSize(entries[2], enclosing.x, enclosing.width);
+  if (size > 3) processBoundsSize(entries[3], enclosing.y, enclosing.height);
+  for (Json::ArrayIndex index = 4; index <= 5 && index < size; ++index) {
+    processValue(entries[index]);
+    CTokenResolver::CoerceToInt(entries[index]);
   }
   m_stack->BoundsSet(bounds);
 }
@@ -74,13 +106,12 @@ void CTemplateResolver::processArrayBoundsEdge(Json::Value& point) const {
 
 void CTemplateResolver::processBoundsEdge(Json::Value& edge, int origin, int extent) const {
   if (edge.isInt()) {
-    if (origin >= 0) edge = ttr::wrapAdd(edge.asInt(), origin);
+    if (origin >= 0) edge = ttr::absoluteEdge(edge.asInt(), origin);
     return;
   }
   if (!edge.isString()) return;
-  processValue(edge);
-  if (origin >= 0 && extent > 0 && isPercentage(edge)) {
-    edge = ttr::wrapAdd(shareOf(extent, edge), origin);
+  if (const std::optional<int> share = processShare(*this, edge, origin >= 0 ? extent : 0)) {
+    edge = ttr::wrapAdd(*share, origin);
     return;
   }
   // Unlike an int, text gets the origin whatever its sign: without enclosing bounds it loses one.
@@ -90,9 +121,8 @@ void CTemplateResolver::processBoundsEdge(Json::Value& edge, int origin, int ext
 
 void CTemplateResolver::processBoundsSize(Json::Value& size, int /*origin*/, int extent) const {
   if (!size.isString()) return;
-  processValue(size);
-  if (extent >= 1 && isPercentage(size)) {
-    size = shareOf(extent, size);
+  if (const std::optional<int> share = processShare(*this, size, extent)) {
+    size = *share;
   } else {
     CTokenResolver::CoerceToInt(size);
   }

@@ -2,7 +2,10 @@
 // document; comes out: the same document, every element resolved in place or replaced.
 // Also numbers containers and marks the elements inside them.
 // Test: tests/template/contents_walk_test.cpp
+#include <utility>
+
 #include "TokenTemplateResolver/template_resolver.h"
+#include "template/element_members.h"
 #include "template/member.h"
 #include "template/render_type.h"
 #include "util/report.h"
@@ -48,7 +51,7 @@ void CTemplateResolver::processContentsValue(Json::Value& value, int container) 
   }
   // Deliberately no scope guard: an exception leaves the frames for the host to look at, and the
   // next Input clears them.
-  m_stack->Push(CTemplateStack::CStackFrame());
+  m_stack->Push();
   processContentsObject(value, container);
   m_stack->Pop();
 }
@@ -58,53 +61,61 @@ void CTemplateResolver::processContentsObject(Json::Value& element, int containe
     ttr::report("CTemplateResolver::processContentsObject: JSON value not an object.");
     return;
   }
+  const ttr::CElementMembers members(element);
   // Context and bounds come first, so that they are in force for what replaces the element.
-  if (Json::Value* context = ttr::findMember(element, "Context")) {
-    processContentsContextElement(*context);
-  }
-  if (Json::Value* bounds = ttr::findMember(element, "Bounds")) {
-    processContentsBoundsElement(*bounds);
-  }
-  if (Json::Value* include = ttr::findMember(element, "Include")) {
-    element = processContentsIncludeElement(*include);
-  } else if (Json::Value* ifValue = ttr::findMember(element, "If")) {
-    element = processContentsIfElement(*ifValue, container);
-  } else if (Json::Value* loop = ttr::findMember(element, "Loop")) {
-    element = processContentsLoopElement(*loop, container);
+  if (members.context != nullptr) processContentsContextElement(*members.context);
+  if (members.bounds != nullptr) processContentsBoundsElement(*members.bounds);
+  if (members.include != nullptr) {
+    element = processContentsIncludeElement(*members.include);
+  } else if (members.ifValue != nullptr) {
+    replaceByIfContents(element, *members.ifValue, container);
+  } else if (members.loop != nullptr) {
+    element = processContentsLoopElement(*members.loop, container);
   } else {
-    processPlainMembers(element, container);
+    processPlainMembers(element, members, container);
   }
 }
 
-void CTemplateResolver::processPlainMembers(Json::Value& element, int container) {
-  if (Json::Value* layout = ttr::findMember(element, "Layout")) processLayoutElement(*layout);
-  if (Json::Value* display = ttr::findMember(element, "Display")) {
-    processContentsDisplayElement(*display);
+void CTemplateResolver::replaceByIfContents(Json::Value& element, Json::Value& ifValue,
+                                            int container) {
+  // As processContentsIfElement, but moving: nobody sees the If that is replaced.
+  Json::Value result;
+  if (Json::Value* contents = resolveIfContents(ifValue, container)) {
+    ttr::memberOf(result, "Contents") = std::move(*contents);
   }
-  if (Json::Value* play = ttr::findMember(element, "Play")) processContentsPlayElement(*play);
-  if (Json::Value* prec = ttr::findMember(element, "Prec")) processContentsPrecElement(*prec);
+  element = std::move(result);
+}
+
+void CTemplateResolver::processPlainMembers(Json::Value& element,
+                                            const ttr::CElementMembers& members, int container) {
+  if (members.layout != nullptr) processLayoutElement(*members.layout);
+  if (members.display != nullptr) processContentsDisplayElement(*members.display);
+  if (members.play != nullptr) processContentsPlayElement(*members.play);
+  if (members.prec != nullptr) processContentsPrecElement(*members.prec);
   int inner = container;
-  if (Json::Value* renderType = ttr::findMember(element, "RenderType")) {
-    processValue(*renderType);
-    inner = processContainment(element, getElementType(*renderType), container);
+  if (members.renderType != nullptr) {
+    processValue(*members.renderType);
+    inner = processContainment(element, getElementType(*members.renderType), container);
   }
-  if (Json::Value* contents = ttr::findMember(element, "Contents")) {
-    processContentsArray(*contents, inner);
-  }
+  if (members.contents != nullptr) processContentsArray(*members.contents, inner);
 }
 
 CTemplateResolver::eElementType CTemplateResolver::getElementType(
     const Json::Value& renderType) const {
-  // Compared as JSON values, where a number of another JSON type never equals: 1024.0 is plain.
-  if (!renderType.isInt() || !(renderType > Json::Value(0))) return elementNone;
-  return renderType == Json::Value(ttr::containerRenderType) ? elementContainer : elementPlain;
+  if (!renderType.isInt()) return elementNone;
+  // Compared as JSON values, where a number of another JSON type never equals and the types have
+  // an order: an unsigned 0 is greater than 0, and 1024.0 is plain.
+  if (renderType.type() != Json::intValue) return elementPlain;
+  const int number = renderType.asInt();
+  if (number <= 0) return elementNone;
+  return number == ttr::containerRenderType ? elementContainer : elementPlain;
 }
 
 int CTemplateResolver::processContainment(Json::Value& element, eElementType type, int container) {
   switch (type) {
     case elementPlain:
       // Marked for an id above 0 only, while below any id but 0 counts as nested: deliberate.
-      if (container > 0) element["Container"] = container;
+      if (container > 0) ttr::memberOf(element, "Container") = container;
       return container;
     case elementContainer: {
       if (container != 0) {
@@ -112,7 +123,7 @@ int CTemplateResolver::processContainment(Json::Value& element, eElementType typ
         return container;
       }
       const int id = nextContainerID();
-      element["Frame"]["Id"] = id;
+      ttr::memberOf(ttr::memberOf(element, "Frame"), "Id") = id;
       return id;
     }
     default:

@@ -47,13 +47,18 @@ bool invalidExpression() {
 
 Json::Value CTemplateResolver::processContentsIfElement(Json::Value& ifValue, int container) {
   Json::Value result;
-  CExpression expression = processContentsIfExpressionGet(ifValue);
-  if (!processContentsIfExpressionEval(expression)) return result;
-  if (Json::Value* contents = ttr::findMember(ifValue, "Contents")) {
-    processContentsArray(*contents, container);
-    result["Contents"] = *contents;
+  if (const Json::Value* contents = resolveIfContents(ifValue, container)) {
+    ttr::memberOf(result, "Contents") = *contents;
   }
   return result;
+}
+
+Json::Value* CTemplateResolver::resolveIfContents(Json::Value& ifValue, int container) {
+  CExpression expression = processContentsIfExpressionGet(ifValue);
+  if (!processContentsIfExpressionEval(expression)) return nullptr;
+  Json::Value* contents = ttr::findMember(ifValue, "Contents");
+  if (contents != nullptr) processContentsArray(*contents, container);
+  return contents;
 }
 
 CTemplateResolver::CExpression CTemplateResolver::processContentsIfExpressionGet(

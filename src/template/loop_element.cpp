@@ -7,6 +7,7 @@
 #include "TokenTemplateResolver/template_resolver.h"
 #include "template/bounds_array.h"
 #include "template/loop_variables.h"
+#include "template/member.h"
 #include "template/render_type.h"
 #include "util/wrapping.h"
 
@@ -14,14 +15,14 @@ namespace {
 
 /// Makes the expansion `result` a container with `id` inside the container `enclosing`.
 void wrapAsContainer(Json::Value& result, Json::Value bounds, int id, int enclosing) {
-  result["Bounds"] = std::move(bounds);
-  Json::Value& frame = result["Frame"];
-  frame["Id"] = id;
-  frame["Container"] = enclosing;
-  frame["Align"] = "None";
-  frame["Flow"] = "None";
-  frame["Padding"] = 0;
-  result["RenderType"] = ttr::containerRenderType;
+  ttr::memberOf(result, "Bounds") = std::move(bounds);
+  Json::Value& frame = ttr::memberOf(result, "Frame");
+  ttr::memberOf(frame, "Id") = id;
+  ttr::memberOf(frame, "Container") = enclosing;
+  ttr::memberOf(frame, "Align") = "None";
+  ttr::memberOf(frame, "Flow") = "None";
+  ttr::memberOf(frame, "Padding") = 0;
+  ttr::memberOf(result, "RenderType") = ttr::containerRenderType;
 }
 
 /// Bounds of a container: the last two entries are 0, and negative numbers stay.
@@ -44,7 +45,7 @@ int rotatingIndex(const CTemplateResolver::CLoopRange& range, unsigned int pass)
 
 Json::Value CTemplateResolver::processContentsLoopElement(Json::Value& loop, int container) {
   // As in the walk, deliberately no scope guard around the frame.
-  m_stack->Push(CTemplateStack::CStackFrame());
+  m_stack->Push();
   Json::Value list = getValueProcessed(loop, "List");
   CTokenResolver::ConvertToArray(list);
   const CLoopRange range = loopElementGetRange(loop, list);
@@ -54,7 +55,7 @@ Json::Value CTemplateResolver::processContentsLoopElement(Json::Value& loop, int
   return result;
 }
 
-Json::Value CTemplateResolver::expandGridLoop(Json::Value& loop, const Json::Value& list,
+Json::Value CTemplateResolver::expandGridLoop(Json::Value& loop, Json::Value& list,
                                               const CLoopRange& range, int container) {
   const int id = container > 0 ? nextContainerID() : 0;
   const Json::Value& enclosing = m_stack->boundsFind();
@@ -63,7 +64,7 @@ Json::Value CTemplateResolver::expandGridLoop(Json::Value& loop, const Json::Val
   int right = 0;
   int bottom = 0;
   Json::Value result;
-  if (range.valid) result = loopElementIterate(loop, list, range, id, &right, &bottom);
+  if (range.valid) result = fillGrid(loop, list, range, id, &right, &bottom);
   if (container > 0) {
     // Deliberately also without copies: an invalid range gives an empty container.
     wrapAsContainer(
@@ -73,20 +74,20 @@ Json::Value CTemplateResolver::expandGridLoop(Json::Value& loop, const Json::Val
   return result;
 }
 
-Json::Value CTemplateResolver::expandRotatingLoop(Json::Value& loop, const Json::Value& list,
+Json::Value CTemplateResolver::expandRotatingLoop(Json::Value& loop, Json::Value& list,
                                                   const CLoopRange& range, int container) {
   const ttr::CLoopVariables variables = ttr::loopVariables(*this, loop);
   Json::Value bounds = loop["Bounds"];
   processLayoutElement(bounds);
   const int id = container > 0 ? nextContainerID() : 0;
   Json::Value result;
-  result["Contents"] = Json::Value(Json::arrayValue);
+  Json::Value& copies = ttr::memberOf(result, "Contents") = Json::Value(Json::arrayValue);
 
   Json::Value context(Json::objectValue);
   ttr::bindIndex(context, variables, list, rotatingIndex(range, m_processCount));
   m_stack->ContextSet(std::move(context));
   // Unlike a grid's copies, these are members of the enclosing container.
-  appendLoopContents(result, loop, container);
+  appendLoopContents(copies, ttr::loopContents(loop), container);
 
   if (container > 0) {
     const Json::Value& enclosing = m_stack->boundsFind();
@@ -98,11 +99,8 @@ Json::Value CTemplateResolver::expandRotatingLoop(Json::Value& loop, const Json:
   return result;
 }
 
-void CTemplateResolver::appendLoopContents(Json::Value& result, const Json::Value& loop,
+void CTemplateResolver::appendLoopContents(Json::Value& copies, const Json::Value& contents,
                                            int container) {
-  const Json::Value& contents = loop["Contents"];
-  if (!contents.isArray()) return;
-  Json::Value& copies = result["Contents"];
   for (const Json::Value& element : contents) {
     // Not lowercased, as entries of other contents are: deliberate.
     processContentsValue(copies.append(element), container);

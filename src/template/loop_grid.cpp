@@ -6,9 +6,11 @@
 #include <utility>
 
 #include "TokenTemplateResolver/template_resolver.h"
+#include "template/array_head.h"
 #include "template/bounds_array.h"
 #include "template/loop_variables.h"
 #include "template/member.h"
+#include "util/comments.h"
 #include "util/report.h"
 #include "util/wrapping.h"
 
@@ -40,6 +42,46 @@ Json::ArrayIndex chooseLayout(const Json::Value& layouts, unsigned count) {
   return chosen;
 }
 
+/// True when every point of `layout` is a pair of ints: making it absolute is then an addition that
+/// asks no handler and reports nothing.
+bool isPlain(const Json::Value& layout) {
+  return layout.isArray() &&
+         std::all_of(layout.begin(), layout.end(), [](const Json::Value& point) {
+           if (!point.isArray()) return true;  // no cell of its own
+           const ttr::CArrayHead<const Json::Value, 2> edges(point);
+           return edges[0].isInt() && edges[1].isInt();
+         });
+}
+
+/// The cells of a layout, absolute. A plain layout is read where it stands, any other is copied and
+/// the copy processed.
+class CCells {
+ public:
+  CCells(CTemplateResolver& resolver, const CTemplateStack& stack, const Json::Value& layout)
+      : m_layout(layout) {
+    if (isPlain(layout)) {
+      m_originX = ttr::boundsEntry(stack.boundsFind(), 0);
+      m_originY = ttr::boundsEntry(stack.boundsFind(), 1);
+    } else {
+      m_processed = layout;
+      resolver.processLayoutElement(m_processed);
+    }
+  }
+
+  Json::ArrayIndex size() const { return m_layout.size(); }
+  const Json::Value& operator[](Json::ArrayIndex index) {
+    return m_processed.isNull() ? m_layout[index] : m_processed[index];
+  }
+  int absoluteX(int x) const { return ttr::absoluteEdge(x, m_originX); }
+  int absoluteY(int y) const { return ttr::absoluteEdge(y, m_originY); }
+
+ private:
+  const Json::Value& m_layout;
+  Json::Value m_processed;  ///< null for a plain layout
+  int m_originX = ttr::absentBound;
+  int m_originY = ttr::absentBound;
+};
+
 /// The cell that is being filled.
 struct CCell {
   int x = 0;
@@ -48,26 +90,56 @@ struct CCell {
   int height;
 };
 
-/// Moves `cell` to the cell `entry` of a layout: [x, y] in the common size, or [x, y, width,
-/// height]. An entry that is no array changes nothing.
-void moveCell(CCell& cell, const Json::Value& entry, int commonWidth, int commonHeight) {
+/// Moves `cell` to the cell `index`: [x, y] in the common size, or [x, y, width, height]. An entry
+/// that is no array changes nothing.
+void moveCell(CCell& cell, CCells& cells, Json::ArrayIndex index, int commonWidth,
+              int commonHeight) {
+  const Json::Value& entry = cells[index];
   if (!entry.isArray()) return;
+  const ttr::CArrayHead<const Json::Value, 4> numbers(entry);
   const bool sized = entry.size() == 4;
-  cell.x = entry[0U].asInt();
-  cell.y = entry[1U].asInt();
-  cell.width = sized ? entry[2U].asInt() : commonWidth;
-  cell.height = sized ? entry[3U].asInt() : commonHeight;
+  cell.x = cells.absoluteX(numbers[0].asInt());
+  cell.y = cells.absoluteY(numbers[1].asInt());
+  cell.width = sized ? numbers[2].asInt() : commonWidth;
+  cell.height = sized ? numbers[3].asInt() : commonHeight;
 }
 
 void raise(int* greatest, int edge) {
   if (greatest != nullptr) *greatest = std::max(*greatest, edge);
 }
 
-/// Makes `cell` the bounds of the frame on top, and lets the greatest edges grow with it.
-void placeCell(CTemplateStack& stack, const CCell& cell, int* right, int* bottom) {
-  stack.BoundsSet(ttr::makeBoundsArray(cell.x, cell.y, cell.width, cell.height));
+/// Makes `bounds` those of `cell`. Changing an array costs less than making one; it may be any.
+void setBounds(Json::Value& bounds, const CCell& cell) {
+  if (bounds.size() != 6 || ttr::hasComments(bounds)) {
+    bounds = ttr::makeBoundsArray(cell.x, cell.y, cell.width, cell.height);
+    return;
+  }
+  const ttr::CArrayHead<Json::Value, 6> entries(bounds);
+  entries[0] = ttr::boundsNumber(cell.x);
+  entries[1] = ttr::boundsNumber(cell.y);
+  entries[2] = ttr::boundsNumber(cell.width);
+  entries[3] = ttr::boundsNumber(cell.height);
+  entries[4] = Json::Value();
+  entries[5] = Json::Value();
+}
+
+/// Makes `cell` the bounds of the frame on top, and lets the greatest edges grow with it. `spare`
+/// is an array to use, and then holds the bounds that the frame had before.
+void placeCell(CTemplateStack& stack, Json::Value& spare, const CCell& cell, int* right,
+               int* bottom) {
+  setBounds(spare, cell);
+  stack.BoundsSwap(spare);
   raise(right, ttr::wrapAdd(cell.x, cell.width));
   raise(bottom, ttr::wrapAdd(cell.y, cell.height));
+}
+
+/// An object of all variables, null each: copying it costs less than adding them for each cell.
+Json::Value unboundContext(const ttr::CLoopVariables& variables, const std::string& countName) {
+  Json::Value context(Json::objectValue);
+  for (const std::string& name : {variables.var, variables.key, variables.value, countName}) {
+    if (!name.empty()) context[name] = Json::Value();
+  }
+  return context;
 }
 
 /// True when the description can be expanded; else one message. The missing full stop in two of
@@ -96,37 +168,45 @@ bool canExpand(const Json::Value& loop, const Json::Value& list,
 Json::Value CTemplateResolver::loopElementIterate(Json::Value& loop, const Json::Value& list,
                                                   const CLoopRange& range, int container,
                                                   int* right, int* bottom) {
-  const Json::Value& description = loop;
-  // "RowVar" and "ColVar" are members of the format that deliberately bind nothing.
-  const ttr::CLoopVariables variables = ttr::loopVariables(*this, description);
-  const std::string countName = getVarNameAsString(description, "Count");
-  const int width = getValueProcessed(description, "CellWidth").asInt();
-  const int height = getValueProcessed(description, "CellHeight").asInt();
-  if (!canExpand(description, list, variables)) return Json::Value();
+  Json::Value entries = list;
+  return fillGrid(loop, entries, range, container, right, bottom);
+}
 
-  const Json::Value& layouts = description["Layout"];
-  Json::Value layout = layouts[chooseLayout(layouts, static_cast<unsigned>(range.count))];
-  processLayoutElement(layout);
+Json::Value CTemplateResolver::fillGrid(const Json::Value& loop, Json::Value& list,
+                                        const CLoopRange& range, int container, int* right,
+                                        int* bottom) {
+  // "RowVar" and "ColVar" are members of the format that deliberately bind nothing.
+  const ttr::CLoopVariables variables = ttr::loopVariables(*this, loop);
+  const std::string countName = getVarNameAsString(loop, "Count");
+  const int width = getValueProcessed(loop, "CellWidth").asInt();
+  const int height = getValueProcessed(loop, "CellHeight").asInt();
+  if (!canExpand(loop, list, variables)) return Json::Value();
+
+  const Json::Value& layouts = loop["Layout"];
+  CCells cells(*this, *m_stack, layouts[chooseLayout(layouts, static_cast<unsigned>(range.count))]);
 
   Json::Value result;
-  result["Contents"] = Json::Value(Json::arrayValue);
+  Json::Value& copies = ttr::memberOf(result, "Contents") = Json::Value(Json::arrayValue);
+  const Json::Value& contents = ttr::loopContents(loop);
   CCell cell{0, 0, width, height};
+  Json::Value spareBounds(Json::arrayValue);
+  const Json::Value unbound = unboundContext(variables, countName);
   for (int k = 0; k < range.count; ++k) {
     const auto cellIndex = static_cast<Json::ArrayIndex>(k);
-    if (cellIndex >= layout.size()) {
+    if (cellIndex >= cells.size()) {
       ttr::report(
           "CTemplateResolver::loopElementIterate: too many elements for grid. Remainder "
           "discarded.");
       break;
     }
-    moveCell(cell, layout[cellIndex], width, height);
-    placeCell(*m_stack, cell, right, bottom);
+    moveCell(cell, cells, cellIndex, width, height);
+    placeCell(*m_stack, spareBounds, cell, right, bottom);
     const int index = ttr::wrapAdd(range.start, ttr::wrapMultiply(k, range.step));
-    Json::Value context(Json::objectValue);
+    Json::Value context = unbound;
     ttr::bindIndex(context, variables, list, index);
     if (!countName.empty()) context[countName] = k;
     m_stack->ContextSet(std::move(context));
-    appendLoopContents(result, description, container);
+    appendLoopContents(copies, contents, container);
   }
   return result;
 }

@@ -1,5 +1,7 @@
 #include "template/loop_variables.h"
 
+#include <utility>
+
 namespace ttr {
 
 CLoopVariables loopVariables(const CTemplateResolver& resolver, const Json::Value& loop) {
@@ -7,16 +9,22 @@ CLoopVariables loopVariables(const CTemplateResolver& resolver, const Json::Valu
           resolver.getVarNameAsString(loop, "Value")};
 }
 
-const Json::Value& listEntry(const Json::Value& list, int index) {
-  if (!list.isArray() || index < 0) return Json::Value::nullSingleton();
-  return list[static_cast<Json::ArrayIndex>(index)];
+const Json::Value& loopContents(const Json::Value& loop) {
+  const Json::Value& contents = loop["Contents"];
+  return contents.isArray() ? contents : Json::Value::nullSingleton();
 }
 
-void bindIndex(Json::Value& context, const CLoopVariables& variables, const Json::Value& list,
+Json::Value takeEntry(Json::Value& list, int index) {
+  const auto position = static_cast<Json::ArrayIndex>(index);
+  if (!list.isArray() || index < 0 || !list.isValidIndex(position)) return Json::Value();
+  return std::move(list[position]);
+}
+
+void bindIndex(Json::Value& context, const CLoopVariables& variables, Json::Value& list,
                int index) {
   if (!variables.var.empty()) context[variables.var] = index;
   if (!variables.key.empty()) context[variables.key] = index;
-  if (!variables.value.empty()) context[variables.value] = listEntry(list, index);
+  if (!variables.value.empty()) context[variables.value] = takeEntry(list, index);
 }
 
 }  // namespace ttr

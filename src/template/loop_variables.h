@@ -19,12 +19,16 @@ struct CLoopVariables {
 /// The names that the loop description `loop` gives; `resolver` reads them.
 CLoopVariables loopVariables(const CTemplateResolver& resolver, const Json::Value& loop);
 
-/// The entry of `list` at `index`; null when `list` is no array or has no such entry.
-const Json::Value& listEntry(const Json::Value& list, int index);
+/// The array of elements that `loop` repeats; a null value, which has no entries, when there is
+/// none.
+const Json::Value& loopContents(const Json::Value& loop);
 
-/// Binds `index` to "Var" and to "Key", then the list's entry there to "Value".
-void bindIndex(Json::Value& context, const CLoopVariables& variables, const Json::Value& list,
-               int index);
+/// The entry of `list` at `index`, which the list gives away: a loop needs each once. Null when
+/// `list` is no array or has no such entry.
+Json::Value takeEntry(Json::Value& list, int index);
+
+/// Binds `index` to "Var" and to "Key", then the list's entry there, given away, to "Value".
+void bindIndex(Json::Value& context, const CLoopVariables& variables, Json::Value& list, int index);
 
 }  // namespace ttr
 

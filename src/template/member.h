@@ -3,6 +3,7 @@
 
 #include <json/value.h>
 
+#include <cstddef>
 #include <string_view>
 #include <utility>
 
@@ -17,6 +18,14 @@ inline const Json::Value* findMember(const Json::Value& object, std::string_view
 
 inline Json::Value* findMember(Json::Value& object, std::string_view name) {
   return const_cast<Json::Value*>(findMember(std::as_const(object), name));
+}
+
+/// As `object[name]`: the member of an object, added as null when it has none. The object keeps the
+/// address of the name, a literal, where the index operator copies it, twice.
+template <std::size_t Size>
+Json::Value& memberOf(Json::Value& object, const char (&name)[Size]) {
+  if (!object.isObject() && !object.isNull()) return object[name];  // throws, with the usual text
+  return object[Json::StaticString(name)];
 }
 
 }  // namespace ttr

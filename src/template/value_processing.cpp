@@ -10,6 +10,7 @@
 #include "TokenTemplateResolver/template_resolver.h"
 #include "template/member.h"
 #include "util/report.h"
+#include "util/text_view.h"
 
 namespace {
 
@@ -36,10 +37,11 @@ bool isAscii(std::string_view text) {
 /// True when `text`, up to its first NUL, matches "(.+\.(png|jpg|jpeg|ttf|otf|bmp))$" without
 /// regard to case. The C library judges text that is not ASCII, in the character set of the
 /// locale, by an expression that accepts the same texts in linear time; the rest needs none.
-bool namesImageOrFont(const std::string& text) {
-  const std::string_view name = text.c_str();
+bool namesImageOrFont(std::string_view text) {
+  const std::string_view name = text.substr(0, text.find('\0'));
   if (!endsInFileExtension(name)) return false;
-  return isAscii(name) || regexMatch(text.c_str(), R"(.\.(png|jpg|jpeg|ttf|otf|bmp)$)");
+  return isAscii(name) ||
+         regexMatch(std::string(name).c_str(), R"(.\.(png|jpg|jpeg|ttf|otf|bmp)$)");
 }
 
 }  // namespace
@@ -72,9 +74,8 @@ void CTemplateResolver::processList(Json::Value& list) const {
 }
 
 void CTemplateResolver::lowercaseContentsValue(Json::Value& value) {
-  if (!value.isString()) return;
+  if (!value.isString() || !namesImageOrFont(ttr::textView(value))) return;
   std::string text = value.asString();
-  if (!namesImageOrFont(text)) return;
   for (char& character : text) {
     character = static_cast<char>(std::tolower(static_cast<unsigned char>(character)));
   }

@@ -5,25 +5,33 @@
 // Test: tests/token/parsed_token_test.cpp
 #include "TokenTemplateResolver/parsed_token.h"
 
+#include <algorithm>
 #include <cstddef>
+#include <string>
+#include <string_view>
 
 namespace {
 
-/// The characters that end a segment in `section`.
-const char* delimitersOf(std::int32_t section) {
-  switch (section) {
-    case sectionIndex:
-      return ".]";
-    case sectionIndexEnd:
-      return ":+-*/";
-    case sectionArgument:
-      return "[";
-    case sectionOperand:
-      return ".:[";
-    case sectionCount:
-      return "\n";
+/// The set of sections in which `character` ends a segment.
+std::int32_t sectionsEndedBy(char character) {
+  switch (character) {
+    case '.':
+      return sectionName | sectionIndex | sectionOperand;
+    case '[':
+      return sectionName | sectionArgument | sectionOperand;
+    case ']':
+      return sectionIndex;
+    case ':':
+      return sectionName | sectionIndexEnd | sectionOperand;
+    case '+':
+    case '-':
+    case '*':
+    case '/':
+      return sectionName | sectionIndexEnd;
+    case '\n':
+      return sectionCount;
     default:
-      return ".[:+-*/";
+      return 0;
   }
 }
 
@@ -34,27 +42,27 @@ void enterSection(CParsedToken& token, eTokenSection section) {
 
 /// A name that ends in "#" asks for a count; the section changes before the delimiter that ended
 /// the name is applied. A lone "#" leaves an empty name part, deliberately.
-void storeName(CParsedToken& token, std::string segment) {
+void storeName(CParsedToken& token, std::string_view segment) {
   const bool counted = segment.back() == '#';
   if (counted) {
-    segment.pop_back();
+    segment.remove_suffix(1);
     enterSection(token, sectionCount);
   }
-  token.nameParts.push_back(std::move(segment));
+  token.nameParts.push_back(std::string(segment));
 }
 
-void storeSegment(CParsedToken& token, std::string segment) {
+void storeSegment(CParsedToken& token, std::string_view segment) {
   if (segment.empty()) return;
   switch (token.section) {
     case sectionName:
-      return storeName(token, std::move(segment));
+      return storeName(token, segment);
     case sectionIndex:
-      return token.indexParts.push_back(std::move(segment));
+      return token.indexParts.push_back(std::string(segment));
     case sectionArgument:
-      token.argument = std::move(segment);
+      token.argument = segment;
       return;
     case sectionOperand:
-      return token.operandParts.push_back(std::move(segment));
+      return token.operandParts.push_back(std::string(segment));
     default:
       return;  // after "]" and after "#" nothing is kept
   }
@@ -82,13 +90,14 @@ void applyDelimiter(CParsedToken& token, char delimiter) {
 }  // namespace
 
 CParsedToken::CParsedToken(const std::string& body) {
+  const std::string_view text = body;
+  nameParts.reserve(1 + static_cast<std::size_t>(std::count(text.begin(), text.end(), '.')));
   std::size_t start = 0;
-  for (;;) {
-    const std::size_t end = body.find_first_of(delimitersOf(section), start);
-    if (end == std::string::npos) break;
-    storeSegment(*this, body.substr(start, end - start));
-    applyDelimiter(*this, body[end]);
-    start = end + 1;
+  for (std::size_t pos = 0; pos < text.size(); ++pos) {
+    if ((sectionsEndedBy(text[pos]) & section) == 0) continue;
+    storeSegment(*this, text.substr(start, pos - start));
+    applyDelimiter(*this, text[pos]);
+    start = pos + 1;
   }
-  storeSegment(*this, body.substr(start));
+  storeSegment(*this, text.substr(start));
 }

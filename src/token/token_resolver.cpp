@@ -4,8 +4,10 @@
 #include "TokenTemplateResolver/token_resolver.h"
 
 #include <cstddef>
+#include <string_view>
 
 #include "util/report.h"
+#include "util/text_view.h"
 
 namespace {
 
@@ -49,18 +51,18 @@ Json::Value CTokenResolver::getTokenElement(const CTokenParts& parts) const {
 }
 
 Json::Value CTokenResolver::GetTokenValue(const std::string& body) const {
+  Json::Value result;
   const CParsedToken token(body);
   const auto handler = find(token.nameParts);
   if (handler == m_handlers.end()) {
     ttr::report("CTokenResolver::GetTokenValue: no token handler for: ", body, ".");
-    return Json::Value();
+    return result;
   }
-  Json::Value result;
   if (hasClosedIndex(token) && !token.indexParts.empty()) {
     const Json::Value index = getTokenElement(token.indexParts);
     if (!index.isInt()) {
       ttr::report("CTokenResolver::GetTokenValue: index must be integer in: ", body, ".");
-      return Json::Value();
+      return result;
     }
     result = handler->second->GetIndexedValue(token, index);
   } else {
@@ -91,7 +93,7 @@ bool CTokenResolver::IsResolvable(const Json::Value& value) const {
 
 bool CTokenResolver::ContainsTokenSubstrings(const Json::Value& value) const {
   if (!value.isString()) return false;
-  const std::string text = value.asString();
+  const std::string_view text = ttr::textView(value);
   const std::size_t start = text.find("$(");
-  return start != std::string::npos && text.find(')', start) != std::string::npos;
+  return start != std::string_view::npos && text.find(')', start) != std::string_view::npos;
 }

@@ -6,7 +6,9 @@
 #include <string_view>
 
 #include "TokenTemplateResolver/token_resolver.h"
+#include "token/text_form.h"
 #include "util/report.h"
+#include "util/text_view.h"
 
 namespace {
 
@@ -14,44 +16,47 @@ constexpr char tokenStart[] = "$(";
 constexpr char tokenEnd = ')';
 constexpr std::size_t tokenStartLength = 2;
 
-/// True for a string with "$(" in it. Most strings have none; they are not even copied.
-bool hasTokenStart(const Json::Value& value) {
-  const char* begin = nullptr;
-  const char* end = nullptr;
-  if (!value.isString() || !value.getString(&begin, &end)) return false;
-  const std::string_view text(begin, static_cast<std::size_t>(end - begin));
-  return text.find(tokenStart) != std::string_view::npos;
+/// Appends the text form of a token's value.
+void append(std::string& text, const Json::Value& value) {
+  if (value.isString()) {
+    text += ttr::textView(value);
+  } else {
+    text += ttr::textForm(value);
+  }
 }
 
 }  // namespace
 
 void CTokenResolver::SubstituteTokenValues(Json::Value& value) const {
-  if (!hasTokenStart(value)) return;
-  const std::string text = value.asString();
+  if (!value.isString()) return;
+  const std::string_view text = ttr::textView(value);
+  const auto tokenAt = [this, text](std::size_t start, std::size_t end) {
+    start += tokenStartLength;
+    return GetTokenValue(std::string(text.substr(start, end - start)));
+  };
   std::size_t start = text.find(tokenStart);
-
-  const bool wholeValue = start == 0 && text.find(tokenEnd) == text.size() - 1;
-  if (wholeValue) {
-    value = GetTokenValue(text.substr(tokenStartLength, text.size() - tokenStartLength - 1));
+  if (start == std::string_view::npos) return;
+  if (start == 0 && text.find(tokenEnd) == text.size() - 1) {
+    value = tokenAt(0, text.size() - 1);  // the whole value is one token
     return;
   }
 
   // The result grows piece by piece, so that the cost stays linear in the text and what a handler
   // delivers is never scanned for tokens.
   std::string result;
+  result.reserve(text.size());
   std::size_t copied = 0;
-  for (; start != std::string::npos; start = text.find(tokenStart, copied)) {
+  for (; start != std::string_view::npos; start = text.find(tokenStart, copied)) {
     const std::size_t end = text.find(tokenEnd, start);
-    if (end == std::string::npos) {
+    if (end == std::string_view::npos) {
       ttr::report("CTokenResolver::SubstituteTokenValues: missing end-of-token delimiter.");
       if (copied == 0) return;
       break;
     }
-    const std::size_t bodyStart = start + tokenStartLength;
-    Json::Value tokenValue = GetTokenValue(text.substr(bodyStart, end - bodyStart));
-    ConvertToString(tokenValue);
-    result.append(text, copied, start - copied).append(tokenValue.asString());
+    result += text.substr(copied, start - copied);
+    append(result, tokenAt(start, end));
     copied = end + 1;
   }
-  value = result.append(text, copied, std::string::npos);
+  result += text.substr(copied);
+  value = result;
 }

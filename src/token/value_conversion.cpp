@@ -9,12 +9,16 @@
 #include <optional>
 #include <sstream>
 #include <string>
+#include <string_view>
 #include <system_error>
 
 #include "TokenTemplateResolver/token_resolver.h"
+#include "token/text_form.h"
+#include "util/comments.h"
 #include "util/integer_text.h"
 #include "util/report.h"
 #include "util/string_utils.h"
+#include "util/text_view.h"
 
 namespace {
 
@@ -23,7 +27,7 @@ constexpr Json::UInt wordOf(Json::UInt red, Json::UInt green, Json::UInt blue, J
 }
 
 /// The colour of a text as people write them, "#RRGGBB" or "#RRGGBBAA" and nothing else.
-std::optional<Json::UInt> plainColour(const std::string& text) {
+std::optional<Json::UInt> plainColour(std::string_view text) {
   Json::UInt digits = 0;
   const char* end = text.data() + text.size();
   const auto [stop, error] = std::from_chars(text.data() + 1, end, digits, 16);
@@ -37,13 +41,14 @@ std::optional<Json::UInt> plainColour(const std::string& text) {
 /// The colour that `text`, which starts with "#", gives; 0 after a message when it has fewer than
 /// three fields. Without a fourth field alpha is deliberately 0, no opaque default. The C library
 /// scans what is not plain: it takes short fields, blanks, signs, and any text behind the fields.
-Json::UInt htmlColour(const std::string& text) {
+Json::UInt htmlColour(std::string_view text) {
   if (const std::optional<Json::UInt> colour = plainColour(text)) return *colour;
   unsigned red = 0;
   unsigned green = 0;
   unsigned blue = 0;
   unsigned alpha = 0;
-  const int fields = std::sscanf(text.c_str(), "#%02X%02X%02X%02X", &red, &green, &blue, &alpha);
+  const int fields =
+      std::sscanf(std::string(text).c_str(), "#%02X%02X%02X%02X", &red, &green, &blue, &alpha);
   if (fields < 3) {
     ttr::report("CTokenResolver::HTMLtoInt: cannot convert value to colour: ", text, ".");
     return 0;
@@ -51,7 +56,7 @@ Json::UInt htmlColour(const std::string& text) {
   return wordOf(red, green, blue, alpha);
 }
 
-Json::UInt unsignedNumber(const std::string& text) {
+Json::UInt unsignedNumber(std::string_view text) {
   const std::optional<std::uint32_t> number = ttr::wholeUInt32(text);
   if (!number) {
     ttr::report("CTokenResolver::stringToUInt: cannot convert value to unsigned integer: ", text,
@@ -60,15 +65,10 @@ Json::UInt unsignedNumber(const std::string& text) {
   return number.value_or(0);
 }
 
-bool hasComments(const Json::Value& value) {
-  return value.hasComment(Json::commentBefore) || value.hasComment(Json::commentAfterOnSameLine) ||
-         value.hasComment(Json::commentAfter);
-}
-
 /// What JsonCpp's stream operator writes, trimmed. The operator builds a writer for each call, so
 /// numbers and booleans go straight to the functions that the writer uses.
 std::string jsonText(const Json::Value& value) {
-  if (!hasComments(value)) {
+  if (!ttr::hasComments(value)) {
     if (value.isBool()) return Json::valueToString(value.asBool());
     if (value.type() == Json::intValue) return Json::valueToString(value.asLargestInt());
     if (value.type() == Json::uintValue) return Json::valueToString(value.asLargestUInt());
@@ -81,13 +81,17 @@ std::string jsonText(const Json::Value& value) {
 
 }  // namespace
 
+std::string ttr::textForm(const Json::Value& value) {
+  return value.isNull() ? "" : jsonText(value);
+}
+
 void CTokenResolver::ConvertToTruthValue(Json::Value& value) {
   switch (value.type()) {
     case Json::nullValue:
       value = false;
       return;
     case Json::stringValue: {
-      const std::string text = value.asString();
+      const std::string_view text = ttr::textView(value);
       value = !text.empty() && text != "0";  // so "false" and "no" are true
       return;
     }
@@ -104,7 +108,7 @@ void CTokenResolver::ConvertToTruthValue(Json::Value& value) {
 
 void CTokenResolver::ConvertToInt(Json::Value& value) {
   if (value.isString()) {
-    const std::string text = value.asString();
+    const std::string_view text = ttr::textView(value);
     const std::optional<std::int32_t> number = ttr::wholeInt32(text);
     if (!number) {
       ttr::report("CTokenResolver::stringToInt: cannot convert value to signed integer: ", text,
@@ -124,9 +128,9 @@ void CTokenResolver::CoerceToInt(Json::Value& value) {
 
 void CTokenResolver::CoerceToColour(Json::Value& value) {
   if (value.isString()) {
-    const std::string text = value.asString();
+    const std::string_view text = ttr::textView(value);
     const std::size_t hash = text.find('#');
-    value = hash == std::string::npos ? unsignedNumber(text) : htmlColour(text.substr(hash));
+    value = hash == std::string_view::npos ? unsignedNumber(text) : htmlColour(text.substr(hash));
   } else if (value.isNumeric() || value.isBool()) {
     value = value.asUInt();
   } else {
@@ -135,8 +139,7 @@ void CTokenResolver::CoerceToColour(Json::Value& value) {
 }
 
 void CTokenResolver::ConvertToString(Json::Value& value) {
-  if (value.isString()) return;
-  value = value.isNull() ? "" : jsonText(value);
+  if (!value.isString()) value = ttr::textForm(value);
 }
 
 void CTokenResolver::ConvertToArray(Json::Value& value) {

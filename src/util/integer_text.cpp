@@ -29,7 +29,7 @@ unsigned digitValue(char character) {
 
 /// The base that the digits at `pos` announce. A hexadecimal prefix, which is skipped, counts only
 /// before a hexadecimal digit.
-unsigned announcedBase(const std::string& text, std::size_t& pos) {
+unsigned announcedBase(std::string_view text, std::size_t& pos) {
   if (pos >= text.size() || text[pos] != '0') return 10;
   const bool hexadecimal =
       pos + 2 < text.size() && (text[pos + 1] | 0x20) == 'x' && digitValue(text[pos + 2]) < 16;
@@ -39,7 +39,7 @@ unsigned announcedBase(const std::string& text, std::size_t& pos) {
 }
 
 /// Scans in `base`; 0 takes the base from the text.
-CScannedInteger scanInteger(const std::string& text, unsigned base) {
+CScannedInteger scanInteger(std::string_view text, unsigned base) {
   CScannedInteger scan;
   std::size_t pos = std::min(text.find_first_not_of(whiteSpace), text.size());
   if (pos < text.size() && (text[pos] == '+' || text[pos] == '-')) {
@@ -64,13 +64,13 @@ std::int32_t saturatedInt32(const CScannedInteger& scan) {
 
 }  // namespace
 
-std::optional<std::int32_t> wholeInt32(const std::string& text) {
+std::optional<std::int32_t> wholeInt32(std::string_view text) {
   const CScannedInteger scan = scanInteger(text, 0);
   if (scan.end != text.size()) return std::nullopt;
   return saturatedInt32(scan);
 }
 
-std::optional<std::uint32_t> wholeUInt32(const std::string& text) {
+std::optional<std::uint32_t> wholeUInt32(std::string_view text) {
   const CScannedInteger scan = scanInteger(text, 0);
   if (scan.end != text.size()) return std::nullopt;
   if (scan.magnitude == beyond32Bits) return std::numeric_limits<std::uint32_t>::max();
@@ -78,6 +78,6 @@ std::optional<std::uint32_t> wholeUInt32(const std::string& text) {
   return scan.negative ? 0 - magnitude : magnitude;
 }
 
-std::int32_t leadingInt32(const std::string& text) { return saturatedInt32(scanInteger(text, 10)); }
+std::int32_t leadingInt32(std::string_view text) { return saturatedInt32(scanInteger(text, 10)); }
 
 }  // namespace ttr

@@ -3,7 +3,7 @@
 
 #include <cstdint>
 #include <optional>
-#include <string>
+#include <string_view>
 
 namespace ttr {
 
@@ -15,13 +15,13 @@ namespace ttr {
 // trailing blanks and embedded NULs do not convert; the empty text converts to 0.
 
 /// Whole text by strtol in base 0 (0x hexadecimal, 0 octal), saturating.
-std::optional<std::int32_t> wholeInt32(const std::string& text);
+std::optional<std::int32_t> wholeInt32(std::string_view text);
 
 /// Whole text by strtoul in base 0, saturating; a negative number gives its negation modulo 2^32.
-std::optional<std::uint32_t> wholeUInt32(const std::string& text);
+std::optional<std::uint32_t> wholeUInt32(std::string_view text);
 
 /// The decimal number that `text` begins with, as atoi gives it; 0 when there is none.
-std::int32_t leadingInt32(const std::string& text);
+std::int32_t leadingInt32(std::string_view text);
 
 }  // namespace ttr
 

@@ -1,7 +1,10 @@
 #include <gtest/gtest.h>
 #include <json/value.h>
 
+#include <cstddef>
+#include <cstdlib>
 #include <limits>
+#include <random>
 #include <string>
 #include <vector>
 
@@ -222,6 +225,34 @@ TEST_F(BoundsElement, PercentSignBeforeTheFirstDigitMakesNoPercentage) {
     EXPECT_EQ(Size(text, 10, 200), Json::Value(0));
     EXPECT_EQ(Errors(), message);
   }
+}
+
+// The text is judged in one pass; two searches decide what is right.
+TEST_F(BoundsElement, RandomTextIsAPercentageWhenADigitPrecedesTheFirstPercentSign) {
+  const std::string alphabet = "059%-+x. ";
+  std::mt19937 random(1);
+  int percentages = 0;
+  int signsWithoutDigit = 0;
+  for (int i = 0; i < 20000; ++i) {
+    std::string text;
+    for (auto n = random() % 9; n > 0; --n) text += alphabet[random() % alphabet.size()];
+    SCOPED_TRACE(text);
+    const std::size_t percent = text.find('%');
+    const std::size_t digit = text.find_first_of("0123456789");
+    Json::Value expected = text;
+    if (percent != std::string::npos && digit != std::string::npos && digit < percent) {
+      expected = std::atoi(text.c_str());
+      ++percentages;
+    } else {
+      CTokenResolver::CoerceToInt(expected);
+      if (percent != std::string::npos) ++signsWithoutDigit;
+    }
+    const std::string errors = Errors();
+    ASSERT_EQ(Size(text, 0, 100), expected);
+    ASSERT_EQ(Errors(), errors);
+  }
+  EXPECT_GT(percentages, 3000);
+  EXPECT_GT(signsWithoutDigit, 3000);
 }
 
 TEST_F(BoundsElement, PercentageEdgeThatCannotBeTakenIsTheOrigin) {

@@ -1,8 +1,10 @@
 #include <gtest/gtest.h>
 
 #include <cstddef>
+#include <cstdint>
 #include <exception>
 #include <limits>
+#include <random>
 #include <stdexcept>
 #include <string>
 #include <vector>
@@ -382,6 +384,71 @@ TEST_F(ContentsWalk, KindFollowsTheOrderingOfJsonValues) {
     EXPECT_EQ(resolver.getElementType(c.renderType), c.kind);
     EXPECT_EQ(Errors(), "");
   }
+}
+
+/// The kind by JsonCpp's own comparisons.
+CTemplateResolver::eElementType KindByComparison(const Json::Value& renderType) {
+  if (!renderType.isInt()) return CTemplateResolver::elementNone;
+  if (!(renderType > Json::Value(0))) return CTemplateResolver::elementNone;
+  return renderType == Json::Value(1024) ? CTemplateResolver::elementContainer
+                                         : CTemplateResolver::elementPlain;
+}
+
+/// `number` in every JSON type that can hold it, and the reals beside it.
+std::vector<Json::Value> InEveryType(std::int64_t number) {
+  const auto real = static_cast<double>(number);
+  std::vector<Json::Value> values = {Json::Value(Json::Int64{number}), real, real + 0.5,
+                                     real - 0.5};
+  if (number >= 0) values.emplace_back(Json::UInt64(number));
+  return values;
+}
+
+// Most values take a short cut; JsonCpp's comparisons decide what is right.
+TEST_F(ContentsWalk, KindIsThatOfJsonCppsComparisons) {
+  std::vector<Json::Value> values = {true,
+                                     false,
+                                     Json::Value(),
+                                     "",
+                                     "1024",
+                                     "a",
+                                     Parse("[]"),
+                                     Parse("[1024]"),
+                                     Parse("{}"),
+                                     Parse(R"({"a": 1024})"),
+                                     -0.0,
+                                     1e300,
+                                     std::numeric_limits<double>::infinity(),
+                                     std::numeric_limits<double>::quiet_NaN(),
+                                     Json::Value(std::numeric_limits<Json::UInt64>::max())};
+  const auto add = [&values](std::int64_t number) {
+    for (const Json::Value& value : InEveryType(number)) values.push_back(value);
+  };
+  constexpr std::int64_t smallest32 = std::numeric_limits<std::int32_t>::min();
+  constexpr std::int64_t greatest32 = std::numeric_limits<std::int32_t>::max();
+  constexpr std::int64_t unsigned32 = std::numeric_limits<std::uint32_t>::max();
+  for (const std::int64_t number :
+       {std::int64_t{0}, std::int64_t{1}, std::int64_t{1024}, smallest32, greatest32, unsigned32}) {
+    for (const std::int64_t beside : {-1, 0, 1}) add(number + beside);
+    for (const std::int64_t beside : {-1, 0, 1}) add(-number + beside);
+  }
+  add(std::numeric_limits<std::int64_t>::min());
+  add(std::numeric_limits<std::int64_t>::max());
+  std::mt19937 random(1);
+  for (int i = 0; i < 1000; ++i) {
+    add(static_cast<std::int32_t>(random()));
+    add(static_cast<std::int64_t>(random() % 2100) - 50);
+  }
+  int kinds[3] = {0, 0, 0};
+  for (const Json::Value& value : values) {
+    SCOPED_TRACE(::testing::Message() << value << " of type " << value.type());
+    const CTemplateResolver::eElementType kind = KindByComparison(value);
+    ASSERT_EQ(resolver.getElementType(value), kind);
+    ++kinds[kind];
+  }
+  EXPECT_GT(kinds[CTemplateResolver::elementNone], 1000);
+  EXPECT_GT(kinds[CTemplateResolver::elementPlain], 1000);
+  EXPECT_GT(kinds[CTemplateResolver::elementContainer], 0);
+  EXPECT_EQ(Errors(), "");
 }
 
 TEST_F(ContentsWalk, RenderTypeFromTokenCountsWithItsJsonType) {

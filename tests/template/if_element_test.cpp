@@ -3,11 +3,15 @@
 
 #include <cstddef>
 #include <exception>
+#include <iterator>
 #include <limits>
+#include <random>
 #include <stdexcept>
 #include <string>
+#include <utility>
 #include <vector>
 
+#include "TokenTemplateResolver/json_text.h"
 #include "TokenTemplateResolver/template_resolver.h"
 #include "support/resolver_fixture.h"
 #include "support/throwing_handler.h"
@@ -47,6 +51,49 @@ class IfElement : public ResolverTest {
   bool Holds(eOp op, const Json::Value& condition, const Json::Value& operand = Json::Value()) {
     CExpression expression{op, condition, operand};
     return resolver.processContentsIfExpressionEval(expression);
+  }
+
+  /// What takes the place of an "If", and what is reported. The text has the comments.
+  struct COutcome {
+    Json::Value value;
+    std::string text;
+    std::string errors;
+  };
+
+  /// By the element alone, with container ids from 1 on. The processed contents, and nothing else
+  /// that is new, stay behind in the "If" as well.
+  COutcome Alone(const Json::Value& original, int container) {
+    CTemplateResolver fresh(&tokens, &stack);
+    Json::Value ifValue = original;
+    stack.Push();
+    const Json::Value value = fresh.processContentsIfElement(ifValue, container);
+    stack.Pop();
+    Json::Value expected = original;
+    if (!value.isNull()) expected["Contents"] = value["Contents"];
+    EXPECT_EQ(ifValue, expected);
+    EXPECT_EQ(jsoncpp_string::toString(ifValue), jsoncpp_string::toString(expected));
+    return {value, jsoncpp_string::toString(value), Errors()};
+  }
+
+  /// By the walk over an element with this "If", likewise.
+  COutcome Walked(const Json::Value& original, int container) {
+    CTemplateResolver fresh(&tokens, &stack);
+    Json::Value element = Parse(R"({"Name": "x", "Contents": ["y"], "RenderType": 1024})");
+    element["If"] = original;
+    element.setComment(std::string("/* replaced */"), Json::commentBefore);
+    fresh.processContentsValue(element, container);
+    return {element, jsoncpp_string::toString(element), Errors()};
+  }
+
+  void ExpectWalkedAsAlone(const Json::Value& ifValue) {
+    SCOPED_TRACE(ifValue.toStyledString());
+    for (const int container : {0, 7, -1}) {
+      const COutcome alone = Alone(ifValue, container);
+      const COutcome walked = Walked(ifValue, container);
+      EXPECT_EQ(walked.value, alone.value);
+      EXPECT_EQ(walked.text, alone.text);
+      EXPECT_EQ(walked.errors, alone.errors);
+    }
   }
 
   /// The resolved form of `entry`, standing alone in a top-level "Contents".
@@ -521,6 +568,105 @@ TEST_F(IfElement, IfsNest) {
                          R"({"If":{"Condition":1,"Contents":["A.PNG"]}}]}})"),
             R"({"Contents":[null,{"Contents":["a.png"]}]})");
   EXPECT_EQ(Errors(), "");
+}
+
+// --- The walk, and the element alone ---
+
+TEST_F(IfElement, WalkGivesWhatTheElementAloneGives) {
+  const CStackHandler handler(&stack);
+  tokens.Set("stack", &handler);
+  Handle("n", "7");
+  Handle("list", R"([1, "A.PNG"])");
+  for (const char* text : {
+           R"({"Condition": 1, "Contents": ["a", 5, null]})",
+           R"({"Condition": 0, "Contents": ["a", 5, null]})",
+           R"({"Condition": 1, "Contents": []})",
+           R"({"Condition": 1})",
+           R"({"Condition": 0})",
+           R"({"Contents": ["a"]})",
+           "{}",
+           "null",
+           R"j({"Condition": "$(n)", "<": 8, "Contents": ["$(n)", "$(list)", "B $(n).PNG"]})j",
+           R"j({"Condition": "$(n)", ">": 8, "Contents": ["$(n)", "$(list)"]})j",
+           R"j({"Condition": "$(n)", "==": "x", "Contents": ["$(n)"]})j",
+           R"j({"Condition": 1, "Contents": ["$(gone)", "$(stack.size)", "$(stack.bounds)"]})j",
+           R"({"Condition": 1, "Contents": [{"RenderType": 3}, {"RenderType": 1024}]})",
+           R"({"Condition": 1, "Contents": null})",
+           R"({"Condition": 1, "Contents": 5})",
+           R"({"Condition": 1, "Contents": "A.PNG"})",
+           R"j({"Condition": 1, "Contents": "$(list)"})j",
+           R"({"Condition": 1, "Contents": {"a": ["A.PNG"]}})",
+           R"({"Condition": 1, "Contents": [{"If": {"Condition": 1, "Contents": ["A.PNG", {"If":
+              {"Condition": 0, "Contents": ["x"]}}, {"If": {"Condition": 1, "Contents": "x"}}]}}]})",
+           "{\"Condition\": 1, /* before */ \"Contents\": [ // beside\n 5 /* five */,\n"
+           "// above\n {\"RenderType\": 3} // behind\n, {\"If\": /* if */ {\"Condition\": 1,\n"
+           "\"Contents\": /* inner */ [7 // seven\n]}}] // last\n}",
+       }) {
+    ExpectWalkedAsAlone(Parse(text));
+  }
+}
+
+/// Entries of "Contents" that reach every way an "If" can go, up to `depth` levels deep.
+Json::Value RandomContents(std::mt19937& random, int depth);
+
+Json::Value RandomIf(std::mt19937& random, int depth) {
+  const char* const conditions[] = {R"({"Condition": 1})",
+                                    R"({"Condition": "text"})",
+                                    R"j({"Condition": "$(n)"})j",
+                                    R"j({"Condition": "$(n)", "Equals": [6, 7]})j",
+                                    R"j({"Condition": "$(n)", "<": 8})j",
+                                    R"({"Condition": 0})",
+                                    R"j({"Condition": "$(n)", ">": 8})j",
+                                    R"j({"Condition": "$(gone)", "==": 1})j",
+                                    "{}"};
+  Json::Value ifValue = Parse(conditions[random() % std::size(conditions)]);
+  if (random() % 8 != 0) ifValue["Contents"] = RandomContents(random, depth - 1);
+  return ifValue;
+}
+
+Json::Value RandomContents(std::mt19937& random, int depth) {
+  if (random() % 8 == 0) return Parse(random() % 2 == 0 ? "null" : R"({"a": ["A.PNG"]})");
+  const char* const entries[] = {
+      R"j("$(n)")j",
+      R"j("B $(n).PNG")j",
+      R"j("$(gone)")j",
+      R"j("$(stack.size)")j",
+      R"("A.PNG")",
+      "5",
+      "null",
+      R"j(["$(n)"])j",
+      R"({"RenderType": 3})",
+      R"j({"Bounds": [1, 2, "50%", 9], "Contents": ["$(stack.bounds)"]})j",
+      R"({"RenderType": 1024, "Contents": [{"RenderType": 4}]})"};
+  Json::Value contents(Json::arrayValue);
+  for (auto n = random() % 5; n > 0; --n) {
+    Json::Value entry;
+    if (depth > 0 && random() % 3 == 0) {
+      entry["If"] = RandomIf(random, depth);
+    } else {
+      entry = Parse(entries[random() % std::size(entries)]);
+    }
+    if (random() % 4 == 0) entry.setComment(std::string("// above"), Json::commentBefore);
+    contents.append(std::move(entry));
+  }
+  if (random() % 4 == 0) contents.setComment(std::string("/* all */"), Json::commentBefore);
+  return contents;
+}
+
+// The walk moves what the element alone copies.
+TEST_F(IfElement, WalkGivesWhatTheElementAloneGivesForRandomContents) {
+  const CStackHandler handler(&stack);
+  tokens.Set("stack", &handler);
+  Handle("n", "7");
+  std::mt19937 random(1);
+  int replaced = 0;
+  for (int i = 0; i < 2000 && !HasFailure(); ++i) {
+    const Json::Value ifValue = RandomIf(random, 3);
+    ExpectWalkedAsAlone(ifValue);
+    if (Alone(ifValue, 0).value.isObject()) ++replaced;
+  }
+  EXPECT_GT(replaced, 600);
+  EXPECT_LT(replaced, 1800);
 }
 
 // --- Beside other members ---

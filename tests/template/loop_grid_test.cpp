@@ -1,6 +1,11 @@
 #include <gtest/gtest.h>
 
+#include <cstddef>
+#include <cstdint>
+#include <exception>
+#include <iterator>
 #include <limits>
+#include <random>
 #include <stdexcept>
 #include <string>
 #include <vector>
@@ -17,10 +22,52 @@ constexpr int highestInt = std::numeric_limits<int>::max();
 const char* const tooMany =
     "CTemplateResolver::loopElementIterate: too many elements for grid. Remainder discarded.\n";
 
+/// `$(frames)` is all that a host sees of the stack, the bottom frame first.
+class CFramesHandler : public ITokenHandler {
+ public:
+  explicit CFramesHandler(const CTemplateStack* stack) : m_stack(stack) {}
+
+  Json::Value GetPartsValue(const CTokenParts& /*parts*/) const override {
+    Json::Value frames(Json::arrayValue);
+    for (const CTemplateStack::CStackFrame& frame : m_stack->frames()) {
+      Json::Value& entry = frames.append(Json::Value(Json::objectValue));
+      entry["context"] = frame.context;
+      entry["bounds"] = frame.bounds;
+    }
+    return frames;
+  }
+
+ private:
+  const CTemplateStack* m_stack;
+};
+
+/// Answers null and, while it is given bounds or contexts, puts one of each in force: those that
+/// come next in turn.
+class CMeddlingHandler : public ITokenHandler {
+ public:
+  explicit CMeddlingHandler(CTemplateStack* stack) : m_stack(stack) {}
+
+  Json::Value GetPartsValue(const CTokenParts& /*parts*/) const override {
+    if (!bounds.empty()) m_stack->BoundsSet(bounds[m_calls % bounds.size()]);
+    if (!contexts.empty()) m_stack->ContextSet(contexts[m_calls % contexts.size()]);
+    ++m_calls;
+    return Json::Value();
+  }
+
+  std::vector<Json::Value> bounds;
+  std::vector<Json::Value> contexts;
+
+ private:
+  CTemplateStack* m_stack;
+  mutable std::size_t m_calls = 0;
+};
+
 class LoopGrid : public ResolverTest {
  protected:
   LoopGrid() {
     tokens.Set("frame", &m_frame);
+    tokens.Set("frames", &m_frames);
+    tokens.Set("meddle", &meddler);
     tokens.Set("var", &m_variables);
     resolver.Input("{}");
   }
@@ -52,6 +99,66 @@ class LoopGrid : public ResolverTest {
     return result;
   }
 
+  /// All that a grid gives: its text has the comments, and its frames are those left behind.
+  struct COutcome {
+    Json::Value value;
+    std::string text;
+    std::string errors;
+    std::string exception;
+    Json::Value frames;
+    int right = 0;
+    int bottom = 0;
+  };
+
+  static void ExpectSame(const COutcome& actual, const COutcome& expected) {
+    EXPECT_EQ(actual.value, expected.value);
+    EXPECT_EQ(actual.text, expected.text);
+    EXPECT_EQ(actual.errors, expected.errors);
+    EXPECT_EQ(actual.exception, expected.exception);
+    EXPECT_EQ(actual.frames, expected.frames);
+    EXPECT_EQ(actual.right, expected.right);
+    EXPECT_EQ(actual.bottom, expected.bottom);
+  }
+
+  /// The step alone, below a frame with the bounds `enclosing`.
+  COutcome Outcome(const Json::Value& loop, const Json::Value& list,
+                   const CTemplateResolver::CLoopRange& range, const Json::Value& enclosing) {
+    stack.Clear();
+    stack.Push({Parse("{}"), enclosing});
+    stack.Push();
+    COutcome outcome;
+    Json::Value description = loop;
+    try {
+      outcome.value =
+          resolver.loopElementIterate(description, list, range, 0, &outcome.right, &outcome.bottom);
+    } catch (const std::exception& error) {
+      outcome.exception = error.what();
+    }
+    EXPECT_EQ(description, loop);
+    outcome.text = jsoncpp_string::toString(outcome.value);
+    outcome.errors = Errors();
+    outcome.frames = m_frames.GetPartsValue({});
+    return outcome;
+  }
+
+  /// What `layout`, each cell of it filled, gives as it stands and gives with one surplus cell
+  /// whose x is text: which makes every cell go through the steps that text needs.
+  void ExpectFilledAsBesideText(const Json::Value& layout, const Json::Value& enclosing) {
+    SCOPED_TRACE(layout.toStyledString() + "in " + enclosing.toStyledString());
+    Json::Value loop = Parse(R"j({"CellWidth": 30, "CellHeight": 20, "Var": "i", "Count": "n",
+        "Contents": ["$(frames)", "$(nobody)", {"Bounds": ["50%", 1, "50%", "-3"],
+                                                "Contents": ["$(frames)"]}]})j");
+    loop["Layout"].append(layout);
+    const CTemplateResolver::CLoopRange range = {true, 3, static_cast<int>(layout.size()), 1};
+    const COutcome plain = Outcome(loop, Json::Value(), range, enclosing);
+    loop["Layout"][0].append(Parse(R"(["0", 0])"));
+    ExpectSame(plain, Outcome(loop, Json::Value(), range, enclosing));
+    if (plain.exception.empty()) {
+      EXPECT_EQ(plain.value["Contents"].size(), layout.size() * 3);
+    }
+  }
+
+  CMeddlingHandler meddler{&stack};
   int right = 0;
   int bottom = 0;
   int* rightPointer = &right;
@@ -59,6 +166,7 @@ class LoopGrid : public ResolverTest {
 
  private:
   CFrameHandler m_frame{&stack};
+  CFramesHandler m_frames{&stack};
   CContextHandler m_variables{&stack};
 };
 
@@ -176,6 +284,115 @@ TEST_F(LoopGrid, ElementsOfACopyAreMeasuredAgainstTheCell) {
                       "Contents": [{"Bounds": [5,"50%","50%","50%"]}])"),
             R"({"Contents":[{"Bounds":[105,60,20,10]},{"Bounds":[5,10,20,10]}]})");
   EXPECT_EQ(Errors(), "");
+}
+
+// --- Cells of ints, which are read where they stand ---
+
+TEST_F(LoopGrid, CellsOfIntsAreFilledAsBesideText) {
+  const char* const layouts[] = {"[]",
+                                 "[[1,2]]",
+                                 "[[1,2],[3,4],[5,6]]",
+                                 "[[1,2,3,4],[5,6,7],[8,9],[10,11,12,13,14]]",
+                                 "[[-1,-2],[-3,4,-5,6],[7,-8,9,-10]]",
+                                 "[[1,2,3,4],5,[5,6],null,\"x\",{},{\"a\":1},true]",
+                                 "[null,[1,2]]",
+                                 "[[1,2],[]]",
+                                 "[[1],[2,3]]",
+                                 "[[],[],[4,5]]",
+                                 "[[1.0,2.0],[-3.0,4.0,5.0,6.0]]",
+                                 "[[2147483647,2147483647],[-2147483648,-2147483648]]",
+                                 "[[2147483647,0,2147483647,1],[0,2147483647,1,2147483647]]",
+                                 "[[2147483647.0,-2147483648.0]]",
+                                 "[[1,2],[2147483648,0]]",
+                                 "[[1,2],[0,-2147483649]]",
+                                 "[[0,4294967296],[1,2]]",
+                                 "[[1,2,1e10,4],[5,6]]",
+                                 "[[1,2,\"3\",4]]",
+                                 "[[1.5,2],[-2.5,-3]]",
+                                 "[[1,2],[3,4.5,5.5,6.5]]",
+                                 "[[true,2]]",
+                                 "[[1,false],[2,3]]",
+                                 "[[null,3]]",
+                                 "[ // first\n [1, /* y */ 2], /* second */ [3 // x\n, 4, 5, 6]]"};
+  const char* const enclosings[] = {"[]",
+                                    "[10,20,200,100]",
+                                    "[10,20,200,100,5,6]",
+                                    "[0,0,1280,720,null,null]",
+                                    "[null,20,200,100]",
+                                    "[10,null,200,100]",
+                                    "[null,null,null,null,null,null]",
+                                    "[-1,-7,200,100]",
+                                    "[-2147483648,2147483647,1,1]",
+                                    "[2147483647,2147483647]",
+                                    "[10]",
+                                    "[10.0,20.5,200,100]",
+                                    "[\"10\",true,200,100]",
+                                    "[4294967296,3000000000]"};
+  for (const char* layout : layouts) {
+    for (const char* enclosing : enclosings) {
+      ExpectFilledAsBesideText(Parse(layout), Parse(enclosing));
+    }
+  }
+}
+
+TEST_F(LoopGrid, CellsOfUnsignedIntsAreFilledAsBesideText) {
+  const Json::Value numbers[] = {0U,   7U,  2147483647U, 2147483648U, Json::Value(Json::Int64{5}),
+                                 -0.0, 8.0, -9.0};
+  for (const Json::Value& x : numbers) {
+    for (const Json::Value& y : numbers) {
+      Json::Value layout = Parse("[[1,2],[]]");
+      layout[1].append(x);
+      layout[1].append(y);
+      ExpectFilledAsBesideText(layout, Parse("[]"));
+      ExpectFilledAsBesideText(layout, Parse("[10,-1,200,100]"));
+      layout[1].append(y);
+      layout[1].append(x);
+      ExpectFilledAsBesideText(layout, Parse("[null,2147483647]"));
+    }
+  }
+}
+
+/// A number that a cell may hold, an int mostly.
+Json::Value RandomNumber(std::mt19937& random) {
+  const auto small = static_cast<int>(random() % 100) - 20;
+  switch (random() % 16) {
+    case 0:
+      return static_cast<std::int32_t>(random());
+    case 1:
+      return Json::UInt(random() % 100);
+    case 2:
+      return static_cast<double>(small);
+    case 3:
+      return random() % 2 == 0 ? highestInt : lowestInt;
+    case 4:
+      if (random() % 8 == 0) return Json::Value();
+      if (random() % 8 == 0) return small + 0.5;
+      [[fallthrough]];
+    default:
+      return small;
+  }
+}
+
+Json::Value RandomNumbers(std::mt19937& random, std::size_t count) {
+  Json::Value numbers(Json::arrayValue);
+  for (; count > 0; --count) numbers.append(RandomNumber(random));
+  return numbers;
+}
+
+TEST_F(LoopGrid, RandomCellsAreFilledAsBesideText) {
+  std::mt19937 random(1);
+  for (int i = 0; i < 2000 && !HasFailure(); ++i) {
+    Json::Value layout(Json::arrayValue);
+    for (auto n = random() % 6; n > 0; --n) {
+      const auto shape = random() % 16;
+      if (shape == 0) {
+        layout.append(RandomNumber(random));
+      } else {
+        layout.append(RandomNumbers(random, shape == 1 ? random() % 2 : 2 + random() % 4));
+      }
+    }
+    ExpectFilledAsBesideText(layout, RandomNumbers(random, random() % 3 == 0 ? 0 : random() % 7));
+  }
 }
 
 // --- Reach ---
@@ -423,6 +640,42 @@ TEST_F(LoopGrid, IndexWrapsAt32Bits) {
   EXPECT_EQ(Errors(), "");
 }
 
+TEST_F(LoopGrid, ListIsReadOnly) {
+  std::mt19937 random(1);
+  const char* const entries[] = {"1", R"("A")", R"({"a": [1]})", "[2, [3]]", "null", "/* 4 */ 4"};
+  const char* const names[] = {
+      R"("Value": "v")", R"("Value": "v", "Var": "i", "Key": "k", "Count": "n")",
+      R"("Key": "v", "Value": "v")", R"("Value": "v", "Count": "v")", R"("Var": "i")"};
+  for (int i = 0; i < 2000 && !HasFailure(); ++i) {
+    Json::Value loop = Parse(
+        "{" + std::string(names[random() % std::size(names)]) +
+        R"j(, "Layout": [[[1,2],[3,4,5,6],[7,"50%"],[8,8]]], "Contents": ["$(var.v)", "$(var.i)",
+               "$(frames)", {"Contents": ["<$(var.v)>", "$(nobody)"]}]})j");
+    Json::Value list(Json::arrayValue);
+    for (auto n = 1 + random() % 6; n > 0; --n) {
+      list.append(Parse(entries[random() % std::size(entries)]));
+    }
+    loop["Start"] = static_cast<int>(random() % list.size());
+    if (random() % 3 != 0) loop["Stop"] = static_cast<int>(random() % list.size());
+    const CTemplateResolver::CLoopRange range = resolver.loopElementGetRange(loop, list);
+    ASSERT_TRUE(range.valid);
+    const Json::Value original = list;
+    const COutcome alone = Outcome(loop, list, range, Parse("[10,20,200,100]"));
+    EXPECT_EQ(list, original);
+    EXPECT_EQ(jsoncpp_string::toString(list), jsoncpp_string::toString(original));
+
+    loop["List"] = list;
+    stack.Clear();
+    stack.Push({Parse("{}"), Parse("[10,20,200,100]")});
+    const Json::Value whole = resolver.processContentsLoopElement(loop, 0);
+    SCOPED_TRACE(loop.toStyledString());
+    EXPECT_EQ(whole, alone.value);
+    EXPECT_EQ(jsoncpp_string::toString(whole), alone.text);
+    EXPECT_EQ(Errors(), alone.errors);
+    EXPECT_EQ(loop["List"], original);
+  }
+}
+
 // --- Contents ---
 
 TEST_F(LoopGrid, ContentsAreCopiedAndProcessed) {
@@ -491,6 +744,66 @@ TEST_F(LoopGrid, EmptyStackIsReportedForEachCopy) {
             "CTemplateStack::ContextSet: preconditions.\n"
             "CTokenResolver::GetTokenValue: no token handler for: nobody.\n"
             "CTemplateStack::Pop: preconditions.\n");
+}
+
+TEST_F(LoopGrid, WhatAHandlerDoesToTheFrameLastsForOneCell) {
+  const Json::Value loop = Parse(R"j({"CellWidth": 30, "CellHeight": 20, "Var": "i", "Value": "v",
+      "Count": "n", "Layout": [[[1,2],[-3,4,5,6],[7,8,-9,10],[11,12],5,[13,14,15,16]]],
+      "Contents": ["$(frames)", "$(meddle)"]})j");
+  const Json::Value list = Parse(R"(["a", [1], {"b": 2}, null, 5, "f"])");
+  const CTemplateResolver::CLoopRange range = {true, 0, 6, 1};
+  const COutcome undisturbed = Outcome(loop, list, range, Parse("[10,-1,200,100]"));
+  ASSERT_EQ(undisturbed.value["Contents"].size(), 12U);
+  EXPECT_EQ(undisturbed.value["Contents"][2][1], Parse(R"({"bounds": [7, 4, 5, 6, null, null],
+                                                           "context": {"i": 1, "n": 1, "v": [1]}})"));
+  std::vector<Json::Value> bounds = {
+      Parse("[]"),
+      Parse("[1, 2, 3]"),
+      Parse("[91, 92, 93, 94, 95, 96]"),
+      Parse(R"(["a", [1], {"b": 2}, null, true, 2.5])"),
+      Parse("[1, 2, 3, 4, 5, 6, 7]"),
+      Parse("[ // first\n 1, /* second */ 2, 3 // third\n, 4, 5, 6 /* last */ ]"),
+      Parse("/* all */ [1, 2, 3, 4, 5, 6] // behind"),
+      Json::Value(Json::arrayValue),
+      Parse("[1, 2, 3, 4, 5, 6]")};
+  bounds[7][5] = 6;  // the first five are missing
+  bounds[8].setComment(std::string("// after"), Json::commentAfter);
+  const std::vector<Json::Value> contexts = {Parse("{}"), Parse(R"({"i": 9, "v": 9, "n": 9})"),
+                                             Parse(R"({"/* x */": 1, "j": [2]})"),
+                                             Parse(R"(/* c */ {"i": /* d */ 3})")};
+  const auto expectUndisturbed = [&] {
+    const COutcome outcome = Outcome(loop, list, range, Parse("[10,-1,200,100]"));
+    EXPECT_EQ(outcome.value, undisturbed.value);
+    EXPECT_EQ(outcome.text, undisturbed.text);
+    EXPECT_EQ(outcome.errors, "");
+    EXPECT_EQ(outcome.right, undisturbed.right);
+    EXPECT_EQ(outcome.bottom, undisturbed.bottom);
+    EXPECT_EQ(outcome.frames == undisturbed.frames,
+              meddler.bounds.empty() && meddler.contexts.empty());
+  };
+  for (const Json::Value& each : bounds) {
+    SCOPED_TRACE(each.toStyledString());
+    meddler.bounds = {each};
+    expectUndisturbed();
+  }
+  meddler.bounds.clear();
+  for (const Json::Value& each : contexts) {
+    SCOPED_TRACE(each.toStyledString());
+    meddler.contexts = {each};
+    expectUndisturbed();
+  }
+  meddler.contexts.clear();
+  expectUndisturbed();
+  std::mt19937 random(1);
+  for (int i = 0; i < 2000 && !HasFailure(); ++i) {
+    meddler.bounds.clear();
+    meddler.contexts.clear();
+    for (int k = 0; k < 7; ++k) {
+      meddler.bounds.push_back(bounds[random() % bounds.size()]);
+      meddler.contexts.push_back(contexts[random() % contexts.size()]);
+    }
+    expectUndisturbed();
+  }
 }
 
 TEST_F(LoopGrid, ExceptionOfACopyLeavesItsFrames) {

@@ -2,8 +2,11 @@
 
 #include <gtest/gtest.h>
 
+#include <algorithm>
 #include <limits>
+#include <random>
 #include <string>
+#include <vector>
 
 #include "support/resolver_fixture.h"
 
@@ -19,7 +22,8 @@ class LoopVariables : public ResolverTest {
 
   static Json::Value Bound(const ttr::CLoopVariables& names, const std::string& list, int index) {
     Json::Value context = Parse(R"({"kept": 1})");
-    ttr::bindIndex(context, names, Parse(list), index);
+    Json::Value entries = Parse(list);
+    ttr::bindIndex(context, names, entries, index);
     return context;
   }
 };
@@ -71,7 +75,95 @@ TEST_F(LoopVariables, EntryOfTheList) {
   };
   for (const auto& c : cases) {
     SCOPED_TRACE(std::string(c.list) + " at " + std::to_string(c.index));
-    EXPECT_EQ(ttr::listEntry(Parse(c.list), c.index), Parse(c.entry));
+    Json::Value list = Parse(c.list);
+    EXPECT_EQ(ttr::takeEntry(list, c.index), Parse(c.entry));
+    EXPECT_EQ(Errors(), "");
+  }
+}
+
+TEST_F(LoopVariables, TakingAnEntryLeavesTheOthers) {
+  const Json::Value original = Parse(R"(["a", {"to": "Oslo"}, [1, [2]], null, 5, 2.5, true])");
+  for (int index = -2; index < 10; ++index) {
+    SCOPED_TRACE(index);
+    Json::Value list = original;
+    const Json::Value taken = ttr::takeEntry(list, index);
+    ASSERT_EQ(list.size(), original.size());
+    for (int i = 0; i < static_cast<int>(original.size()); ++i) {
+      if (i == index) {
+        EXPECT_EQ(taken, original[i]);
+      } else {
+        EXPECT_EQ(list[i], original[i]);
+      }
+    }
+    if (!original.isValidIndex(static_cast<Json::ArrayIndex>(index))) {
+      EXPECT_EQ(taken, Json::Value());
+      EXPECT_EQ(list, original);
+    }
+    EXPECT_EQ(Errors(), "");
+  }
+}
+
+TEST_F(LoopVariables, EveryEntryCanBeTakenOnce) {
+  const Json::Value original = Parse(R"(["a", {"to": "Oslo"}, [1, [2]], null, 5, 2.5, true])");
+  std::vector<int> order = {0, 1, 2, 3, 4, 5, 6};
+  std::mt19937 random(1);
+  for (int i = 0; i < 500; ++i) {
+    std::shuffle(order.begin(), order.end(), random);
+    Json::Value list = original;
+    for (const int index : order) ASSERT_EQ(ttr::takeEntry(list, index), original[index]);
+    ASSERT_EQ(list.size(), original.size());
+  }
+  EXPECT_EQ(Errors(), "");
+}
+
+TEST_F(LoopVariables, GapOfTheListIsNull) {
+  Json::Value list(Json::arrayValue);
+  list[3] = "d";
+  EXPECT_EQ(ttr::takeEntry(list, 1), Json::Value());
+  EXPECT_EQ(ttr::takeEntry(list, 4), Json::Value());
+  EXPECT_EQ(list.size(), 4U);
+  EXPECT_EQ(ttr::takeEntry(list, 3), Json::Value("d"));
+  EXPECT_EQ(list.size(), 4U);
+  EXPECT_EQ(Errors(), "");
+}
+
+TEST_F(LoopVariables, ListThatIsNoArrayGivesNothingAway) {
+  for (const char* text : {"null", "{}", R"({"0": "a"})", R"("abc")", "5", "2.5", "true"}) {
+    for (const int index : {-1, 0, 1}) {
+      SCOPED_TRACE(std::string(text) + " at " + std::to_string(index));
+      Json::Value list = Parse(text);
+      EXPECT_EQ(ttr::takeEntry(list, index), Json::Value());
+      EXPECT_EQ(list, Parse(text));
+      EXPECT_EQ(Errors(), "");
+    }
+  }
+}
+
+TEST_F(LoopVariables, ContentsOfALoopAreItsArray) {
+  const struct {
+    const char* loop;
+    const char* contents;
+  } cases[] = {
+      {R"({"Contents": ["a", {"b": 1}, null], "List": [1]})", R"(["a", {"b": 1}, null])"},
+      {R"({"Contents": []})", "[]"},
+      {R"({"Contents": {"a": "b"}})", "null"},
+      {R"({"Contents": {}})", "null"},
+      {R"({"Contents": "a"})", "null"},
+      {R"({"Contents": 5})", "null"},
+      {R"({"Contents": true})", "null"},
+      {R"({"Contents": null})", "null"},
+      {R"({"contents": ["a"]})", "null"},
+      {"{}", "null"},
+  };
+  for (const auto& c : cases) {
+    SCOPED_TRACE(c.loop);
+    const Json::Value loop = Parse(c.loop);
+    const Json::Value& contents = ttr::loopContents(loop);
+    EXPECT_EQ(contents, Parse(c.contents));
+    if (contents.isArray()) {
+      EXPECT_EQ(&contents, &loop["Contents"]);
+    }
+    EXPECT_EQ(loop, Parse(c.loop));
     EXPECT_EQ(Errors(), "");
   }
 }
@@ -100,7 +192,7 @@ TEST_F(LoopVariables, LaterBindingOfTheSameNameWins) {
 }
 
 TEST_F(LoopVariables, BindingAgainOverwritesAndClearsNothing) {
-  const Json::Value list = Parse(R"(["a", "b"])");
+  Json::Value list = Parse(R"(["a", "b"])");
   Json::Value context(Json::objectValue);
   ttr::bindIndex(context, {"i", "", "v"}, list, 0);
   ttr::bindIndex(context, {"i", "", ""}, list, 1);

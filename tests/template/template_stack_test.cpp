@@ -2,6 +2,7 @@
 
 #include <gtest/gtest.h>
 
+#include <cstddef>
 #include <functional>
 #include <string>
 
@@ -71,6 +72,25 @@ TEST_F(TemplateStack, PushCopiesTheFrame) {
   ASSERT_EQ(stack.frames().size(), 1U);
   EXPECT_EQ(stack.frames()[0].context, Parse(R"({"a": 1})"));
   EXPECT_EQ(stack.frames()[0].bounds, Parse("[1]"));
+  EXPECT_EQ(Errors(), "");
+}
+
+TEST_F(TemplateStack, PushWithoutFrameAppendsAFreshOne) {
+  CTemplateStack other;
+  for (std::size_t depth = 1; depth <= 20; ++depth) {
+    stack.Push();
+    other.Push(CTemplateStack::CStackFrame());
+    ASSERT_EQ(stack.frames().size(), depth);
+    const CTemplateStack::CStackFrame& top = stack.frames().back();
+    EXPECT_EQ(top.context, other.frames().back().context);
+    EXPECT_EQ(top.bounds, other.frames().back().bounds);
+    EXPECT_EQ(stack.boundsFind(), other.boundsFind());
+    stack.ContextSet(Parse(R"({"a": 1})"));
+    other.ContextSet(Parse(R"({"a": 1})"));
+    if (depth % 3 != 0) continue;
+    stack.BoundsSet(Parse("[1, 2, 3]"));
+    other.BoundsSet(Parse("[1, 2, 3]"));
+  }
   EXPECT_EQ(Errors(), "");
 }
 
@@ -160,6 +180,49 @@ TEST_F(TemplateStack, BoundsThatAreNoArrayAreReportedAndDropped) {
 TEST_F(TemplateStack, BoundsSetOnEmptyStackIsReported) {
   stack.BoundsSet(Parse("[1, 2, 3, 4]"));
   EXPECT_EQ(Errors(), "CTemplateStack::BoundsSet: preconditions.\n");
+  EXPECT_TRUE(stack.frames().empty());
+}
+
+TEST_F(TemplateStack, BoundsSwapExchangesTheTopBounds) {
+  stack.Push(Frame(R"({"a": 1})", "[1]"));
+  stack.Push(Frame(R"({"b": 2})", "[2, 2]"));
+  Json::Value bounds = Parse("[3, 4, null]");
+  stack.BoundsSwap(bounds);
+  EXPECT_EQ(bounds, Parse("[2, 2]"));
+  EXPECT_EQ(stack.frames()[1].bounds, Parse("[3, 4, null]"));
+  EXPECT_EQ(stack.boundsFind(), Parse("[3, 4, null]"));
+  EXPECT_EQ(stack.frames()[1].context, Parse(R"({"b": 2})"));
+  EXPECT_EQ(stack.frames()[0].bounds, Parse("[1]"));
+  bounds = Parse("[]");
+  stack.BoundsSwap(bounds);
+  EXPECT_EQ(bounds, Parse("[3, 4, null]"));
+  EXPECT_EQ(stack.frames()[1].bounds, Parse("[]"));
+  EXPECT_EQ(stack.boundsFind(), Parse("[1]"));
+  stack.BoundsSwap(bounds);
+  EXPECT_EQ(bounds, Parse("[]"));
+  EXPECT_EQ(stack.boundsFind(), Parse("[3, 4, null]"));
+  EXPECT_EQ(Errors(), "");
+}
+
+TEST_F(TemplateStack, BoundsSwapOfWhatIsNoArrayIsReportedAndDropped) {
+  stack.Push(Frame(R"({"a": 1})", "[1, 2]"));
+  for (const char* text : {"{}", R"({"x": 1})", "null", "5", "2.5", "true", R"("50%")"}) {
+    SCOPED_TRACE(text);
+    Json::Value bounds = Parse(text);
+    stack.BoundsSwap(bounds);
+    EXPECT_EQ(Errors(), "CTemplateStack::BoundsSet: preconditions.\n");
+    EXPECT_EQ(bounds, Parse(text));
+    ASSERT_EQ(stack.frames().size(), 1U);
+    EXPECT_EQ(stack.frames()[0].bounds, Parse("[1, 2]"));
+    EXPECT_EQ(stack.frames()[0].context, Parse(R"({"a": 1})"));
+  }
+}
+
+TEST_F(TemplateStack, BoundsSwapOnEmptyStackIsReported) {
+  Json::Value bounds = Parse("[1, 2, 3, 4]");
+  stack.BoundsSwap(bounds);
+  EXPECT_EQ(Errors(), "CTemplateStack::BoundsSet: preconditions.\n");
+  EXPECT_EQ(bounds, Parse("[1, 2, 3, 4]"));
   EXPECT_TRUE(stack.frames().empty());
 }
 

@@ -4,7 +4,9 @@
 
 #include <cstddef>
 #include <cstdint>
+#include <map>
 #include <memory>
+#include <random>
 #include <string>
 #include <type_traits>
 #include <vector>
@@ -303,6 +305,69 @@ TEST_F(ParsedToken, EveryShortBodyParsesConsistently) {
     ExpectConsistent(CParsedToken(body));
     if (HasFailure()) return;
   }
+}
+
+/// The characters that end a segment in each section.
+const std::map<std::int32_t, std::string> delimitersOf = {
+    {sectionName, ".[:+-*/"}, {sectionIndex, ".]"},    {sectionIndexEnd, ":+-*/"},
+    {sectionArgument, "["},   {sectionOperand, ".:["}, {sectionCount, "\n"}};
+
+/// The record of `body` by the table of sections: one search for a delimiter after the other.
+CRecord RecordByTable(const std::string& body) {
+  CRecord record{body, {}, {}, "", 0, {}, sectionName, 0};
+  const auto enter = [&record](std::int32_t section) {
+    record.section = section;
+    record.sectionsSeen |= section;
+  };
+  for (std::size_t start = 0, end = 0;; start = end + 1) {
+    end = body.find_first_of(delimitersOf.at(record.section), start);
+    std::string segment = body.substr(start, end - start);
+    if (!segment.empty()) {
+      if (record.section == sectionName) {
+        if (segment.back() == '#') {
+          segment.pop_back();
+          enter(sectionCount);
+        }
+        record.nameParts.push_back(segment);
+      } else if (record.section == sectionIndex) {
+        record.indexParts.push_back(segment);
+      } else if (record.section == sectionArgument) {
+        record.argument = segment;
+      } else if (record.section == sectionOperand) {
+        record.operandParts.push_back(segment);
+      }
+    }
+    if (end == std::string::npos) break;
+    const char delimiter = body[end];
+    if (delimiter == '[') {
+      enter(sectionIndex);
+    } else if (delimiter == ']') {
+      enter(sectionIndexEnd);
+    } else if (delimiter == ':') {
+      enter(sectionArgument);
+    } else if (delimiter == '.' || delimiter == '\n') {
+      enter(record.section);
+    } else {
+      record.operation = delimiter;
+      enter(sectionOperand);
+    }
+  }
+  return record;
+}
+
+// The body is read in one pass; the table of sections decides what is right.
+TEST_F(ParsedToken, RandomBodiesAreCutAsTheTableOfSectionsSays) {
+  const std::string alphabet("ab#.[]:+-*/ \n\0()", 16);
+  std::mt19937 random(1);
+  std::map<std::int32_t, int> ends;
+  for (int i = 0; i < 20000 && !HasFailure(); ++i) {
+    std::string body;
+    for (auto n = random() % 20; n > 0; --n) body += alphabet[random() % alphabet.size()];
+    const CRecord record = RecordByTable(body);
+    ExpectRecord(record);
+    ++ends[record.section];
+  }
+  for (const auto& [section, delimiters] : delimitersOf) EXPECT_GT(ends[section], 100) << section;
 }
 
 }  // namespace

@@ -3,6 +3,9 @@
 #include <json/writer.h>
 
 #include <cstddef>
+#include <cstdint>
+#include <limits>
+#include <random>
 #include <stdexcept>
 #include <string>
 #include <vector>
@@ -115,6 +118,78 @@ TEST_F(TokenSubstitution, EmbeddedTokenIsReplacedByTheTextOfItsValue) {
     EXPECT_EQ(Substituted("<$(v)>"), Json::Value(testCase.expected));
   }
   EXPECT_EQ(Errors(), "");
+}
+
+/// A value of any JSON type; arrays and objects up to `depth` levels deep.
+Json::Value RandomValue(std::mt19937& random, int depth) {
+  Json::Value value;
+  switch (random() % (depth > 0 ? 10 : 8)) {
+    case 0:
+      break;
+    case 1:
+      value = random() % 2 == 0;
+      break;
+    case 2:
+      value = static_cast<std::int32_t>(random());
+      break;
+    case 3:
+      value = Json::UInt(random());
+      break;
+    case 4:
+      value = Json::Int64(random()) * -1000000;
+      break;
+    case 5:
+      value = static_cast<double>(random()) / 1024;
+      break;
+    case 6:
+    case 7: {
+      const std::string characters("ab \t\n\0$()\"\\\xc3\xa4/", 14);
+      std::string text;
+      for (auto n = random() % 8; n > 0; --n) text += characters[random() % characters.size()];
+      value = text;
+      break;
+    }
+    case 8:
+      value = Json::Value(Json::arrayValue);
+      for (auto n = random() % 4; n > 0; --n) value.append(RandomValue(random, depth - 1));
+      break;
+    default:
+      value = Json::Value(Json::objectValue);
+      for (auto n = random() % 4; n > 0; --n) {
+        value[std::string(1 + random() % 3, 'k')] = RandomValue(random, depth - 1);
+      }
+  }
+  if (random() % 8 == 0) value.setComment(std::string("/* before */"), Json::commentBefore);
+  if (random() % 8 == 0) value.setComment(std::string("// beside"), Json::commentAfterOnSameLine);
+  return value;
+}
+
+// The text of a value is appended as it is made; the conversion in place decides what is right.
+TEST_F(TokenSubstitution, EmbeddedTokenInsertsWhatTheConversionToTextGives) {
+  std::vector<Json::Value> values = {0.0,
+                                     -0.0,
+                                     1e300,
+                                     std::numeric_limits<double>::infinity(),
+                                     Json::Value(std::numeric_limits<Json::UInt64>::max()),
+                                     Json::Value(std::numeric_limits<Json::Int64>::min()),
+                                     std::string("a\0b", 3),
+                                     std::string(1, '\0'),
+                                     std::string(5000, 'x')};
+  std::mt19937 random(1);
+  for (int i = 0; i < 4000; ++i) values.push_back(RandomValue(random, 3));
+  int types[8] = {};
+  for (const Json::Value& value : values) {
+    Json::Value converted = value;
+    CTokenResolver::ConvertToString(converted);
+    const std::string text = converted.asString();
+    const CTableHandler handler(value);
+    tokens.Set("v", &handler);
+    ASSERT_EQ(Substituted("<$(v)>"), Json::Value("<" + text + ">"));
+    ASSERT_EQ(Substituted("$(v)$(v)"), Json::Value(text + text));
+    ASSERT_EQ(Errors(), "");
+    ++types[value.type()];
+  }
+  for (const int count : types) EXPECT_GT(count, 100);
 }
 
 TEST_F(TokenSubstitution, AnyCharacterBesideTheTokenMakesItText) {
