@@ -46,6 +46,16 @@ TEST_F(ContextHandler, PartsAndIndexStepIntoTheValue) {
   EXPECT_EQ(Errors(), "");
 }
 
+TEST_F(ContextHandler, CountIsThatOfTheWholeValue) {
+  PushContext(R"({"rows": [1, [2, 3], {"a": 4}], "none": [], "text": "a,b"})");
+  EXPECT_EQ(ValueOf("context.rows"), Parse(R"([1, [2, 3], {"a": 4}])"));
+  EXPECT_EQ(ValueOf("context.rows#"), Json::Value(3U));
+  EXPECT_EQ(ValueOf("context.none#"), Json::Value(0U));
+  EXPECT_EQ(ValueOf("context.text#"), Json::Value(2U));
+  EXPECT_EQ(ValueOf("context.gone#"), Json::Value(0U));
+  EXPECT_EQ(Errors(), "");
+}
+
 TEST_F(ContextHandler, UnboundNameAndBareNameAreNull) {
   EXPECT_EQ(ValueOf("context.row"), Json::Value());
   EXPECT_EQ(ValueOf("context"), Json::Value());

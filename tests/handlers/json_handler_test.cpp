@@ -40,6 +40,31 @@ TEST_F(JsonHandler, IndexSelectsAnArrayEntry) {
   EXPECT_EQ(Errors(), "");
 }
 
+TEST_F(JsonHandler, CountIsThatOfTheWholeValue) {
+  const char* const values[] = {"[]",
+                                "[null]",
+                                R"([1, "a", [2, 3], {"b": 4}])",
+                                R"({"a": 1, "b": 2})",
+                                "{}",
+                                "null",
+                                "5",
+                                R"("")",
+                                R"("a,b,c")",
+                                "true"};
+  for (const char* text : values) {
+    SCOPED_TRACE(text);
+    const CJsonHandler value(Parse(R"({"at": )" + std::string(text) + "}"));
+    tokens.Set("value", &value);
+    Json::Value whole = ValueOf("value.at");
+    EXPECT_EQ(whole, Parse(text));
+    CTokenResolver::ConvertToArray(whole);
+    EXPECT_EQ(ValueOf("value.at#"), Json::Value(whole.size()));
+    EXPECT_EQ(ValueOf("value.at#[]"), Json::Value(whole.size()));
+    EXPECT_EQ(ValueOf("value.at#*2"), Json::Value(2 * static_cast<int>(whole.size())));
+  }
+  EXPECT_EQ(Errors(), "");
+}
+
 TEST_F(JsonHandler, NameWithDotsTakesAsManyParts) {
   const CJsonHandler now(Parse(R"({"high": 25})"), 2);
   tokens.Set("weather", &weather);
