@@ -35,11 +35,13 @@ counted as $counts |
 if $store then $counts else
   [$counts | to_entries[] | row($baseline)] as $rows |
   ([$rows[] | select(.change == null or .change > 5)]) as $worse |
+  (($baseline | keys) - ($counts | keys)) as $gone |
   ([$rows[] | select(.change != null and .change < -5)]) as $better |
   ("instructions for a unit" | left(24)) + ("resolver" | right(10)) + ("floor" | right(10)) +
     ("ratio" | right(8)) + ("p/copy" | right(8)) + ("baseline" | right(10)),
   $rows[].line,
   ($better[] | "\(.name): \(-.change | fixed) % less than the baseline; renew it with scripts/bench --renew"),
   ($worse[] | "\(.name): " + (if .change then "\(.change | fixed) % more than the baseline" else "not in the baseline" end)),
-  (if $worse == [] then empty else halt_error(1) end)
+  ($gone[] | "\(.): in the baseline, but not counted"),
+  (if $worse + $gone == [] then empty else halt_error(1) end)
 end
