@@ -10,10 +10,6 @@ Json::Value CContextHandler::GetIndexedValue(const CParsedToken& token,
   return ttr::entryAt(find(token.nameParts), index);
 }
 
-Json::Value CContextHandler::GetValue(const CParsedToken& token) const {
-  return ttr::neededOf(find(token.nameParts), token);
-}
-
 Json::Value CContextHandler::GetPartsValue(const CTokenParts& parts) const { return find(parts); }
 
 const Json::Value& CContextHandler::find(const CTokenParts& parts) const {

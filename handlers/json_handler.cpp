@@ -14,10 +14,6 @@ Json::Value CJsonHandler::GetIndexedValue(const CParsedToken& token,
   return ttr::entryAt(ttr::memberAt(m_value, token.nameParts, m_nameParts), index);
 }
 
-Json::Value CJsonHandler::GetValue(const CParsedToken& token) const {
-  return ttr::neededOf(ttr::memberAt(m_value, token.nameParts, m_nameParts), token);
-}
-
 Json::Value CJsonHandler::GetPartsValue(const CTokenParts& parts) const {
   return ttr::memberAt(m_value, parts, m_nameParts);
 }

@@ -16,12 +16,4 @@ const Json::Value& entryAt(const Json::Value& list, const Json::Value& index) {
   return list[index.asUInt()];
 }
 
-Json::Value neededOf(const Json::Value& value, const CParsedToken& token) {
-  const bool counted = (token.sectionsSeen & sectionCount) != 0;
-  if (!counted || !value.isArray() || value.empty()) return value;
-  Json::Value length(Json::arrayValue);
-  length[value.size() - 1] = Json::Value();  // the entries before it need not exist
-  return length;
-}
-
 }  // namespace ttr

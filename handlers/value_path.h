@@ -5,7 +5,6 @@
 
 #include <cstddef>
 
-#include "TokenTemplateResolver/parsed_token.h"
 #include "TokenTemplateResolver/token_parts.h"
 
 namespace ttr {
@@ -15,10 +14,6 @@ const Json::Value& memberAt(const Json::Value& value, const CTokenParts& parts, 
 
 /// The entry of the array `list` at the int `index`; null when there is none.
 const Json::Value& entryAt(const Json::Value& list, const Json::Value& index);
-
-/// What a token without index needs of `value`: a copy of it, or an array of its length where only
-/// that is asked for, `$(list#)`.
-Json::Value neededOf(const Json::Value& value, const CParsedToken& token);
 
 }  // namespace ttr
 

@@ -25,7 +25,6 @@ class CContextHandler : public ITokenHandler {
   explicit CContextHandler(const CTemplateStack* stack, std::size_t nameParts = 1);
 
   Json::Value GetIndexedValue(const CParsedToken& token, const Json::Value& index) const override;
-  Json::Value GetValue(const CParsedToken& token) const override;
   Json::Value GetPartsValue(const CTokenParts& parts) const override;
 
  private:

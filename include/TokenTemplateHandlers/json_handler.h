@@ -22,7 +22,6 @@ class CJsonHandler : public ITokenHandler {
   void SetValue(Json::Value value);
 
   Json::Value GetIndexedValue(const CParsedToken& token, const Json::Value& index) const override;
-  Json::Value GetValue(const CParsedToken& token) const override;
   Json::Value GetPartsValue(const CTokenParts& parts) const override;
 
  private:

@@ -12,7 +12,8 @@
 
 namespace ttr {
 struct CElementMembers;
-}
+class CLoopList;
+}  // namespace ttr
 
 /// Turns a render template, JSON text that describes one screen page, into the resolved page.
 ///
@@ -206,7 +207,7 @@ class TTR_EXPORT CTemplateResolver {
   Json::Value* resolveIfContents(Json::Value& ifValue, int container);
   Json::Value expandGridLoop(Json::Value& loop, Json::Value& list, const CLoopRange& range,
                              int container);
-  Json::Value fillGrid(const Json::Value& loop, Json::Value& list, const CLoopRange& range,
+  Json::Value fillGrid(const Json::Value& loop, const ttr::CLoopList& list, const CLoopRange& range,
                        int container, int* right, int* bottom);
   Json::Value expandRotatingLoop(Json::Value& loop, Json::Value& list, const CLoopRange& range,
                                  int container);

@@ -21,7 +21,8 @@ int boundsInt(const Json::Value& entry);
 /// or null.
 int boundsEntry(const Json::Value& bounds, Json::ArrayIndex index);
 
-/// An edge given as an int, measured from `origin`; where there is none it stays.
+/// An edge given as an int, measured from `origin`; without one (it is then negative) the edge
+/// stays.
 int absoluteEdge(int edge, int origin);
 
 }  // namespace ttr

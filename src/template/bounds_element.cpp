@@ -106,10 +106,12 @@ void CTemplateResolver::processArrayBoundsEdge(Json::Value& point) const {
 
 void CTemplateResolver::processBoundsEdge(Json::Value& edge, int origin, int extent) const {
   if (edge.isInt()) {
+    // Without an origin the edge also keeps its JSON type: it may be a uint or a real.
     if (origin >= 0) edge = ttr::absoluteEdge(edge.asInt(), origin);
     return;
   }
   if (!edge.isString()) return;
+  // Without an origin no percentage can be taken.
   if (const std::optional<int> share = processShare(*this, edge, origin >= 0 ? extent : 0)) {
     edge = ttr::wrapAdd(*share, origin);
     return;

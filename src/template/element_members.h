@@ -5,8 +5,8 @@
 
 namespace ttr {
 
-/// The members of an element that the walk knows, found in one pass; null pointers for those that
-/// are absent. Good while none of them is removed.
+/// The members of an element that the walk knows, found in one pass before any of them is resolved;
+/// null pointers for those that are absent. Good while none of them is removed.
 struct CElementMembers {
   /// `element` is an object.
   explicit CElementMembers(Json::Value& element);

@@ -64,7 +64,7 @@ Json::Value CTemplateResolver::expandGridLoop(Json::Value& loop, Json::Value& li
   int right = 0;
   int bottom = 0;
   Json::Value result;
-  if (range.valid) result = fillGrid(loop, list, range, id, &right, &bottom);
+  if (range.valid) result = fillGrid(loop, ttr::CLoopList(&list), range, id, &right, &bottom);
   if (container > 0) {
     // Deliberately also without copies: an invalid range gives an empty container.
     wrapAsContainer(
@@ -84,7 +84,7 @@ Json::Value CTemplateResolver::expandRotatingLoop(Json::Value& loop, Json::Value
   Json::Value& copies = ttr::memberOf(result, "Contents") = Json::Value(Json::arrayValue);
 
   Json::Value context(Json::objectValue);
-  ttr::bindIndex(context, variables, list, rotatingIndex(range, m_processCount));
+  ttr::bindIndex(context, variables, ttr::CLoopList(&list), rotatingIndex(range, m_processCount));
   m_stack->ContextSet(std::move(context));
   // Unlike a grid's copies, these are members of the enclosing container.
   appendLoopContents(copies, ttr::loopContents(loop), container);

@@ -77,7 +77,7 @@ class CCells {
 
  private:
   const Json::Value& m_layout;
-  Json::Value m_processed;  ///< null for a plain layout
+  Json::Value m_processed;  ///< null where m_layout is read as it stands
   int m_originX = ttr::absentBound;
   int m_originY = ttr::absentBound;
 };
@@ -108,9 +108,10 @@ void raise(int* greatest, int edge) {
   if (greatest != nullptr) *greatest = std::max(*greatest, edge);
 }
 
-/// Makes `bounds` those of `cell`. Changing an array costs less than making one; it may be any.
+/// Makes `bounds`, whatever it was, those of `cell`. An array of as many entries is changed, which
+/// costs less than making one.
 void setBounds(Json::Value& bounds, const CCell& cell) {
-  if (bounds.size() != 6 || ttr::hasComments(bounds)) {
+  if (!bounds.isArray() || bounds.size() != 6 || ttr::hasComments(bounds)) {
     bounds = ttr::makeBoundsArray(cell.x, cell.y, cell.width, cell.height);
     return;
   }
@@ -124,7 +125,8 @@ void setBounds(Json::Value& bounds, const CCell& cell) {
 }
 
 /// Makes `cell` the bounds of the frame on top, and lets the greatest edges grow with it. `spare`
-/// is an array to use, and then holds the bounds that the frame had before.
+/// is a value to use for it; what the frame had before comes back in it, to be used for the next
+/// cell.
 void placeCell(CTemplateStack& stack, Json::Value& spare, const CCell& cell, int* right,
                int* bottom) {
   setBounds(spare, cell);
@@ -168,11 +170,10 @@ bool canExpand(const Json::Value& loop, const Json::Value& list,
 Json::Value CTemplateResolver::loopElementIterate(Json::Value& loop, const Json::Value& list,
                                                   const CLoopRange& range, int container,
                                                   int* right, int* bottom) {
-  Json::Value entries = list;
-  return fillGrid(loop, entries, range, container, right, bottom);
+  return fillGrid(loop, ttr::CLoopList(list), range, container, right, bottom);
 }
 
-Json::Value CTemplateResolver::fillGrid(const Json::Value& loop, Json::Value& list,
+Json::Value CTemplateResolver::fillGrid(const Json::Value& loop, const ttr::CLoopList& list,
                                         const CLoopRange& range, int container, int* right,
                                         int* bottom) {
   // "RowVar" and "ColVar" are members of the format that deliberately bind nothing.
@@ -180,7 +181,7 @@ Json::Value CTemplateResolver::fillGrid(const Json::Value& loop, Json::Value& li
   const std::string countName = getVarNameAsString(loop, "Count");
   const int width = getValueProcessed(loop, "CellWidth").asInt();
   const int height = getValueProcessed(loop, "CellHeight").asInt();
-  if (!canExpand(loop, list, variables)) return Json::Value();
+  if (!canExpand(loop, list.list(), variables)) return Json::Value();
 
   const Json::Value& layouts = loop["Layout"];
   CCells cells(*this, *m_stack, layouts[chooseLayout(layouts, static_cast<unsigned>(range.count))]);

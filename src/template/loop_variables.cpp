@@ -14,17 +14,18 @@ const Json::Value& loopContents(const Json::Value& loop) {
   return contents.isArray() ? contents : Json::Value::nullSingleton();
 }
 
-Json::Value takeEntry(Json::Value& list, int index) {
+Json::Value CLoopList::entry(int index) const {
   const auto position = static_cast<Json::ArrayIndex>(index);
-  if (!list.isArray() || index < 0 || !list.isValidIndex(position)) return Json::Value();
-  return std::move(list[position]);
+  if (!m_list.isArray() || index < 0 || !m_list.isValidIndex(position)) return Json::Value();
+  if (m_own != nullptr) return std::move((*m_own)[position]);
+  return m_list[position];
 }
 
-void bindIndex(Json::Value& context, const CLoopVariables& variables, Json::Value& list,
+void bindIndex(Json::Value& context, const CLoopVariables& variables, const CLoopList& list,
                int index) {
   if (!variables.var.empty()) context[variables.var] = index;
   if (!variables.key.empty()) context[variables.key] = index;
-  if (!variables.value.empty()) context[variables.value] = takeEntry(list, index);
+  if (!variables.value.empty()) context[variables.value] = list.entry(index);
 }
 
 }  // namespace ttr

@@ -23,12 +23,27 @@ CLoopVariables loopVariables(const CTemplateResolver& resolver, const Json::Valu
 /// none.
 const Json::Value& loopContents(const Json::Value& loop);
 
-/// The entry of `list` at `index`, which the list gives away: a loop needs each once. Null when
-/// `list` is no array or has no such entry.
-Json::Value takeEntry(Json::Value& list, int index);
+/// The list that a loop runs over.
+class CLoopList {
+ public:
+  /// Entries are copied.
+  explicit CLoopList(const Json::Value& list) : m_list(list) {}
+  /// Entries are given away: `list` is the loop's own, and each index is asked for once.
+  explicit CLoopList(Json::Value* list) : m_list(*list), m_own(list) {}
 
-/// Binds `index` to "Var" and to "Key", then the list's entry there, given away, to "Value".
-void bindIndex(Json::Value& context, const CLoopVariables& variables, Json::Value& list, int index);
+  const Json::Value& list() const { return m_list; }
+
+  /// The entry at `index`; null when the list is no array or has no such entry.
+  Json::Value entry(int index) const;
+
+ private:
+  const Json::Value& m_list;
+  Json::Value* m_own = nullptr;
+};
+
+/// Binds `index` to "Var" and to "Key", then the list's entry there to "Value".
+void bindIndex(Json::Value& context, const CLoopVariables& variables, const CLoopList& list,
+               int index);
 
 }  // namespace ttr
 

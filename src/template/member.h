@@ -21,7 +21,7 @@ inline Json::Value* findMember(Json::Value& object, std::string_view name) {
 }
 
 /// As `object[name]`: the member of an object, added as null when it has none. The object keeps the
-/// address of the name, a literal, where the index operator copies it, twice.
+/// address of the name, where the index operator copies it, twice: `name` must be a literal.
 template <std::size_t Size>
 Json::Value& memberOf(Json::Value& object, const char (&name)[Size]) {
   if (!object.isObject() && !object.isNull()) return object[name];  // throws, with the usual text

@@ -5,7 +5,6 @@
 // Test: tests/token/parsed_token_test.cpp
 #include "TokenTemplateResolver/parsed_token.h"
 
-#include <algorithm>
 #include <cstddef>
 #include <string>
 #include <string_view>
@@ -87,11 +86,22 @@ void applyDelimiter(CParsedToken& token, char delimiter) {
   }
 }
 
+/// How many parts the name section of `body` has at most.
+std::size_t nameLength(std::string_view body) {
+  std::size_t parts = 1;
+  for (const char character : body) {
+    if ((sectionsEndedBy(character) & sectionName) == 0) continue;
+    if (character != '.') break;
+    ++parts;
+  }
+  return parts;
+}
+
 }  // namespace
 
 CParsedToken::CParsedToken(const std::string& body) {
   const std::string_view text = body;
-  nameParts.reserve(1 + static_cast<std::size_t>(std::count(text.begin(), text.end(), '.')));
+  nameParts.reserve(nameLength(text));
   std::size_t start = 0;
   for (std::size_t pos = 0; pos < text.size(); ++pos) {
     if ((sectionsEndedBy(text[pos]) & section) == 0) continue;

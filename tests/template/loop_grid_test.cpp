@@ -8,6 +8,7 @@
 #include <random>
 #include <stdexcept>
 #include <string>
+#include <utility>
 #include <vector>
 
 #include "TokenTemplateHandlers/context_handler.h"
@@ -60,6 +61,25 @@ class CMeddlingHandler : public ITokenHandler {
  private:
   CTemplateStack* m_stack;
   mutable std::size_t m_calls = 0;
+};
+
+/// Answers null and, in place of the frame on top, puts one whose bounds are no array.
+class CReplacingHandler : public ITokenHandler {
+ public:
+  CReplacingHandler(CTemplateStack* stack, Json::Value bounds)
+      : m_stack(stack), m_bounds(std::move(bounds)) {}
+
+  Json::Value GetPartsValue(const CTokenParts& /*parts*/) const override {
+    m_stack->Pop();
+    CTemplateStack::CStackFrame frame;
+    frame.bounds = m_bounds;
+    m_stack->Push(frame);
+    return Json::Value();
+  }
+
+ private:
+  CTemplateStack* m_stack;
+  Json::Value m_bounds;
 };
 
 class LoopGrid : public ResolverTest {
@@ -829,6 +849,35 @@ TEST_F(LoopGrid, LoopsNest) {
         "Contents": ["$(var.i).$(var.j)", "$(frame.bounds)"]}}, "$(var.j)"])j"),
       R"({"Contents":[{"Contents":["1.0",[5,5,10,10,null,null]]},null,)"
       R"({"Contents":["2.0",[100,25,10,10,null,null],"2.1",[150,0,10,10,null,null]]},null]})");
+  EXPECT_EQ(Errors(), "");
+}
+
+TEST_F(LoopGrid, FrameWithBoundsThatAreNoArrayGetsThoseOfTheNextCell) {
+  for (const char* bounds : {R"({"a":1,"b":2,"c":3,"d":4,"e":5,"f":6})", "null", "{}", "5"}) {
+    SCOPED_TRACE(bounds);
+    const CReplacingHandler replace(&stack, Parse(bounds));
+    tokens.Set("replace", &replace);
+    EXPECT_EQ(Resolve(R"j({"Contents":[{"Loop":{"Start":0,"Size":3,"CellWidth":7,"CellHeight":8,)j"
+                      R"j("Layout":[[[1,2],[3,4],[5,6]]],)j"
+                      R"j("Contents":[{"Bounds":[0,0,"100%","100%"]},"$(replace)"]}}]})j"),
+              R"({"Contents":[{"Contents":[{"Bounds":[1,2,7,8]},null,{"Bounds":[3,4,7,8]},null,)"
+              R"({"Bounds":[5,6,7,8]},null]}]})");
+    EXPECT_EQ(Errors(), "");
+  }
+}
+
+TEST_F(LoopGrid, IndexThatRepeatsBindsItsEntryEachTime) {
+  resolver.Input("{}");
+  stack.Push();
+  Json::Value loop = Parse(R"j({"Value": "entry", "Layout": [[[0, 0], [1, 1], [2, 2]]],)j"
+                           R"j("Contents": ["$(var.entry)"]})j");
+  const Json::Value list = Parse(R"(["a", "b"])");
+  CTemplateResolver::CLoopRange range;
+  range.valid = true;
+  range.start = 1;
+  range.count = 3;  // and a step of 0
+  EXPECT_EQ(resolver.loopElementIterate(loop, list, range, 0, nullptr, nullptr),
+            Parse(R"({"Contents": ["b", "b", "b"]})"));
   EXPECT_EQ(Errors(), "");
 }
 

@@ -23,7 +23,7 @@ class LoopVariables : public ResolverTest {
   static Json::Value Bound(const ttr::CLoopVariables& names, const std::string& list, int index) {
     Json::Value context = Parse(R"({"kept": 1})");
     Json::Value entries = Parse(list);
-    ttr::bindIndex(context, names, entries, index);
+    ttr::bindIndex(context, names, ttr::CLoopList(entries), index);
     return context;
   }
 };
@@ -76,7 +76,7 @@ TEST_F(LoopVariables, EntryOfTheList) {
   for (const auto& c : cases) {
     SCOPED_TRACE(std::string(c.list) + " at " + std::to_string(c.index));
     Json::Value list = Parse(c.list);
-    EXPECT_EQ(ttr::takeEntry(list, c.index), Parse(c.entry));
+    EXPECT_EQ(ttr::CLoopList(&list).entry(c.index), Parse(c.entry));
     EXPECT_EQ(Errors(), "");
   }
 }
@@ -86,7 +86,7 @@ TEST_F(LoopVariables, TakingAnEntryLeavesTheOthers) {
   for (int index = -2; index < 10; ++index) {
     SCOPED_TRACE(index);
     Json::Value list = original;
-    const Json::Value taken = ttr::takeEntry(list, index);
+    const Json::Value taken = ttr::CLoopList(&list).entry(index);
     ASSERT_EQ(list.size(), original.size());
     for (int i = 0; i < static_cast<int>(original.size()); ++i) {
       if (i == index) {
@@ -110,19 +110,32 @@ TEST_F(LoopVariables, EveryEntryCanBeTakenOnce) {
   for (int i = 0; i < 500; ++i) {
     std::shuffle(order.begin(), order.end(), random);
     Json::Value list = original;
-    for (const int index : order) ASSERT_EQ(ttr::takeEntry(list, index), original[index]);
+    for (const int index : order) ASSERT_EQ(ttr::CLoopList(&list).entry(index), original[index]);
     ASSERT_EQ(list.size(), original.size());
   }
+  EXPECT_EQ(Errors(), "");
+}
+
+TEST_F(LoopVariables, ListOfAnotherKeepsItsEntries) {
+  const Json::Value list = Parse(R"(["a", {"to": "Oslo"}])");
+  const ttr::CLoopList entries(list);
+  for (int i = 0; i < 3; ++i) {
+    EXPECT_EQ(entries.entry(0), Json::Value("a"));
+    EXPECT_EQ(entries.entry(1), Parse(R"({"to": "Oslo"})"));
+    EXPECT_EQ(entries.entry(2), Json::Value());
+  }
+  EXPECT_EQ(&entries.list(), &list);
+  EXPECT_EQ(list, Parse(R"(["a", {"to": "Oslo"}])"));
   EXPECT_EQ(Errors(), "");
 }
 
 TEST_F(LoopVariables, GapOfTheListIsNull) {
   Json::Value list(Json::arrayValue);
   list[3] = "d";
-  EXPECT_EQ(ttr::takeEntry(list, 1), Json::Value());
-  EXPECT_EQ(ttr::takeEntry(list, 4), Json::Value());
+  EXPECT_EQ(ttr::CLoopList(&list).entry(1), Json::Value());
+  EXPECT_EQ(ttr::CLoopList(&list).entry(4), Json::Value());
   EXPECT_EQ(list.size(), 4U);
-  EXPECT_EQ(ttr::takeEntry(list, 3), Json::Value("d"));
+  EXPECT_EQ(ttr::CLoopList(&list).entry(3), Json::Value("d"));
   EXPECT_EQ(list.size(), 4U);
   EXPECT_EQ(Errors(), "");
 }
@@ -132,7 +145,7 @@ TEST_F(LoopVariables, ListThatIsNoArrayGivesNothingAway) {
     for (const int index : {-1, 0, 1}) {
       SCOPED_TRACE(std::string(text) + " at " + std::to_string(index));
       Json::Value list = Parse(text);
-      EXPECT_EQ(ttr::takeEntry(list, index), Json::Value());
+      EXPECT_EQ(ttr::CLoopList(&list).entry(index), Json::Value());
       EXPECT_EQ(list, Parse(text));
       EXPECT_EQ(Errors(), "");
     }
@@ -194,8 +207,8 @@ TEST_F(LoopVariables, LaterBindingOfTheSameNameWins) {
 TEST_F(LoopVariables, BindingAgainOverwritesAndClearsNothing) {
   Json::Value list = Parse(R"(["a", "b"])");
   Json::Value context(Json::objectValue);
-  ttr::bindIndex(context, {"i", "", "v"}, list, 0);
-  ttr::bindIndex(context, {"i", "", ""}, list, 1);
+  ttr::bindIndex(context, {"i", "", "v"}, ttr::CLoopList(list), 0);
+  ttr::bindIndex(context, {"i", "", ""}, ttr::CLoopList(list), 1);
   EXPECT_EQ(context, Parse(R"({"i": 1, "v": "a"})"));
   EXPECT_EQ(Errors(), "");
 }

@@ -57,6 +57,14 @@ class ParsedToken : public ::testing::Test {
   CCerrCapture m_cerr;
 };
 
+TEST_F(ParsedToken, RoomIsMadeForThePartsOfTheNameOnly) {
+  for (const char* start : {"a:", "a[", "a+", "a.b:"}) {
+    const CParsedToken token(start + std::string(1000, '.'));
+    const Strings& parts = token.nameParts;
+    EXPECT_LE(parts.capacity(), 2U) << start;
+  }
+}
+
 TEST_F(ParsedToken, SectionsAreSingleBits) {
   EXPECT_EQ(sectionName, 1);
   EXPECT_EQ(sectionIndex, 2);

@@ -26,6 +26,20 @@ class CThrowingHandler : public ITokenHandler {
   }
 };
 
+/// Assigns to a value of the host's, perhaps the very one that is being resolved, and answers 7.
+class CAssigningHandler : public ITokenHandler {
+ public:
+  explicit CAssigningHandler(Json::Value* value) : m_value(value) {}
+
+  Json::Value GetPartsValue(const CTokenParts& /*parts*/) const override {
+    *m_value = "another text, which is long enough not to fit in place of the old one";
+    return 7;
+  }
+
+ private:
+  Json::Value* m_value;
+};
+
 class TokenSubstitution : public ResolverTest {
  protected:
   Json::Value Substituted(Json::Value value) const {
@@ -38,6 +52,22 @@ std::string Repeated(const std::string& text, int times) {
   std::string result;
   for (int i = 0; i < times; ++i) result += text;
   return result;
+}
+
+TEST_F(TokenSubstitution, TextIsReadBeforeAHandlerCanChangeIt) {
+  for (const char* text : {"head $(a) and a tail that is long enough for the heap",
+                           "$(a), $(a) and a tail that is long enough for the heap"}) {
+    Json::Value value(text);
+    const CAssigningHandler handler(&value);
+    tokens.Set("a", &handler);
+    tokens.SubstituteTokenValues(value);
+    std::string expected = text;
+    for (std::size_t at = 0; (at = expected.find("$(a)")) != std::string::npos;) {
+      expected.replace(at, 4, "7");
+    }
+    EXPECT_EQ(value, Json::Value(expected));
+  }
+  EXPECT_EQ(Errors(), "");
 }
 
 TEST_F(TokenSubstitution, OnlyStringsAreTouched) {
