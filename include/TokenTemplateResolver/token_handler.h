@@ -22,8 +22,9 @@
 ///     };
 ///
 /// Handlers are borrowed: they must outlive every call that may reach them. An exception that a
-/// handler throws reaches the caller of CTemplateResolver::Process. While it is asked, a handler may
-/// look at the stack, but must neither drive the resolver that asks nor change what it resolves.
+/// handler throws reaches the caller of CTemplateResolver::Process. While it is asked, a handler
+/// may look at the stack, but must neither drive the resolver that asks nor change what it
+/// resolves.
 class TTR_EXPORT ITokenHandler {
  public:
   /// Value of a token with an index, as `$(List[2])`. `index` is always an int, possibly out of
