@@ -1,23 +1,13 @@
 // "Include": the element is replaced by the resolved contents of another template file.
 // Goes in: the Include member; comes out: the included document, null when it cannot be included.
 // Test: tests/template/include_element_test.cpp
-#include <fstream>
-#include <sstream>
-
+#include "TokenTemplateResolver/included_file.h"
 #include "TokenTemplateResolver/template_resolver.h"
 #include "util/report.h"
 
 namespace {
 
 constexpr unsigned int maxIncludeDepth = 10;
-
-/// The whole text of a file; empty when it cannot be read.
-std::string fileText(const std::string& name) {
-  const std::ifstream file(name);
-  std::ostringstream text;
-  text << file.rdbuf();
-  return text.str();
-}
 
 }  // namespace
 
@@ -36,7 +26,7 @@ Json::Value CTemplateResolver::processContentsIncludeElement(Json::Value& includ
         "must be string type.");
     return result;
   }
-  read(result, fileText(name.asString()));
+  read(result, ttr::readIncludedFile(name.asString()));
   // Not undone when an exception passes: the next Process starts from 0.
   m_includeDepth += 1;
   process(result);
