@@ -15,12 +15,17 @@ CDiagnosticMeter::int_type CDiagnosticMeter::overflow(int_type character) {
   return xsputn(&single, 1) == 1 ? character : traits_type::eof();
 }
 
+// A standard error that cannot be written must not stop the counting: nothing fails here.
 std::streamsize CDiagnosticMeter::xsputn(const char* text, std::streamsize length) {
   if (m_muted) return length;
   m_lines += static_cast<std::size_t>(std::count(text, text + length, '\n'));
-  return m_output->sputn(text, length);
+  m_output->sputn(text, length);
+  return length;
 }
 
-int CDiagnosticMeter::sync() { return m_output->pubsync(); }
+int CDiagnosticMeter::sync() {
+  m_output->pubsync();
+  return 0;
+}
 
 }  // namespace ttr

@@ -1,27 +1,37 @@
 // ttr, the workbench for people who write templates: one subcommand for each job.
+#include <fcntl.h>
+#include <unistd.h>
+
 #include <CLI/CLI.hpp>
-#include <algorithm>
 #include <exception>
 #include <iostream>
 #include <string>
 
 #include "resolve.h"
+#include "tool_error.h"
 
 namespace {
 
 constexpr int cannotBeDone = 2;
 
-/// Prints `reason` as one line, whatever lines it has.
-int fail(std::string reason) {
-  std::replace(reason.begin(), reason.end(), '\n', ' ');
-  while (!reason.empty() && reason.back() == ' ') reason.pop_back();
-  std::cerr << "ttr: " << reason << std::endl;
+int fail(const std::string& reason) {
+  std::cerr << "ttr: " << ttr::oneLine(reason) << std::endl;
   return cannotBeDone;
+}
+
+/// Lets no file that the tool opens later become a standard stream that is closed now. Standard
+/// input and output then still fail when they are used; what goes to standard error is lost.
+void occupyStandardDescriptors() {
+  for (const int descriptor : {STDIN_FILENO, STDOUT_FILENO, STDERR_FILENO}) {
+    if (::fcntl(descriptor, F_GETFD) >= 0) continue;
+    ::open("/dev/null", descriptor == STDOUT_FILENO ? O_RDONLY : O_WRONLY);
+  }
 }
 
 }  // namespace
 
 int main(int argc, char** argv) {
+  occupyStandardDescriptors();
   try {
     int exitCode = 0;
     CLI::App app("Resolves page templates as the device does.", "ttr");

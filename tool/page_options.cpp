@@ -30,6 +30,8 @@ void addPageOptions(CLI::App& command, CPageOptions& options) {
       ->check(CLI::Range(1U, std::numeric_limits<unsigned>::max()));
   command.add_option("--chdir", options.directory, "Directory that relative includes start from")
       ->type_name("DIR");
+  command.add_option("--root", options.root, "Refuse to include files outside of this directory")
+      ->type_name("DIR");
 }
 
 std::string readPage(const CPageOptions& options) {

@@ -5,6 +5,7 @@
 
 #include <CLI/CLI.hpp>
 #include <filesystem>
+#include <optional>
 #include <string>
 
 #include "page_host.h"
@@ -17,6 +18,7 @@ struct CPageOptions {
   std::string values;  ///< file, "-" for standard input; empty for none
   std::string size = "1280x720";
   std::string directory;  ///< where relative includes start; empty for the working directory
+  std::optional<std::string> root;  ///< where included files must lie; anywhere without it
   unsigned pass = 1;
 };
 

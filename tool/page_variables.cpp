@@ -1,10 +1,10 @@
 #include "page_variables.h"
 
-#include <stdexcept>
+#include <exception>
+#include <vector>
 
+#include "TokenTemplateResolver/included_file.h"
 #include "TokenTemplateResolver/json_text.h"
-#include "files.h"
-#include "tool_error.h"
 
 namespace ttr {
 namespace {
@@ -13,6 +13,20 @@ class CVariableCollector {
  public:
   explicit CVariableCollector(const CTokenResolver& tokens) : m_tokens(tokens) {}
 
+  /// File after file, not file within file: a long chain of includes must not exhaust the stack.
+  void collectDocument(const Json::Value& document) {
+    collect(document);
+    while (!m_pending.empty()) {
+      const std::string file = m_pending.back();
+      m_pending.pop_back();
+      std::string errors;
+      collect(jsoncpp_string::toJsonObject(readIncludedFile(file), &errors));
+    }
+  }
+
+  std::set<std::string> names;
+
+ private:
   void collect(const Json::Value& value) {
     if (value.isObject()) {
       collectContext(value["Context"]);
@@ -23,9 +37,6 @@ class CVariableCollector {
     for (const Json::Value& entry : value) collect(entry);
   }
 
-  std::set<std::string> names;
-
- private:
   void collectContext(const Json::Value& context) {
     if (!context.isObject()) return;
     for (const std::string& name : context.getMemberNames()) names.insert(name);
@@ -41,13 +52,7 @@ class CVariableCollector {
   void collectInclude(const Json::Value& include) {
     if (!include.isObject()) return;
     const std::string file = resolvedName(include["Filename"]);
-    if (file.empty() || !m_files.insert(file).second) return;
-    try {
-      std::string errors;
-      collect(jsoncpp_string::toJsonObject(readText(file), &errors));
-    } catch (const CToolError&) {
-      // A missing file is reported when the page is resolved.
-    }
+    if (!file.empty() && m_files.insert(file).second) m_pending.push_back(file);
   }
 
   std::string resolvedName(Json::Value name) const {
@@ -61,13 +66,14 @@ class CVariableCollector {
 
   const CTokenResolver& m_tokens;
   std::set<std::string> m_files;
+  std::vector<std::string> m_pending;  ///< of m_files, those still to be read
 };
 
 }  // namespace
 
 std::set<std::string> pageVariables(const Json::Value& page, const CTokenResolver& tokens) {
   CVariableCollector collector(tokens);
-  collector.collect(page);
+  collector.collectDocument(page);
   collector.names.erase("");
   return collector.names;
 }

@@ -12,6 +12,7 @@
 #include "TokenTemplateResolver/json_text.h"
 #include "diagnostic_meter.h"
 #include "files.h"
+#include "included_files.h"
 #include "page_host.h"
 #include "page_options.h"
 #include "tool_error.h"
@@ -66,6 +67,7 @@ std::string prettyText(const std::string& compact, const std::string& page) {
 }
 
 int runResolve(const CResolveOptions& options) {
+  if (options.page.root) confineIncludes(*options.page.root);
   const std::string page = readPage(options.page);
   CPageHost host(readValues(options.page.values), parseScreenSize(options.page.size));
   const CResolved resolved = resolvePage(options.page, page, host);

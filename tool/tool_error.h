@@ -14,6 +14,9 @@ class CToolError : public std::runtime_error {
       : std::runtime_error(file + ": " + reason) {}
 };
 
+/// `text` without line ends, which the names of files may hold and the reasons of JsonCpp do.
+std::string oneLine(std::string text);
+
 }  // namespace ttr
 
 #endif  // TOOL_TOOL_ERROR_H

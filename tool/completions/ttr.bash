@@ -7,7 +7,7 @@ _ttr() {
       mapfile -t COMPREPLY < <(compgen -f -- "$current")
       return
       ;;
-    --chdir)
+    --chdir | --root)
       mapfile -t COMPREPLY < <(compgen -d -- "$current")
       return
       ;;
@@ -23,7 +23,7 @@ _ttr() {
     mapfile -t COMPREPLY < <(compgen -W "resolve -h --help --version" -- "$current")
   elif [[ $current == -* ]]; then
     mapfile -t COMPREPLY < <(compgen -W \
-      "-h --help --values --size --pass --chdir --pretty -o --output" -- "$current")
+      "-h --help --values --size --pass --chdir --root --pretty -o --output" -- "$current")
   else
     mapfile -t COMPREPLY < <(compgen -f -- "$current")
   fi
