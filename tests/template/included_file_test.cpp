@@ -2,11 +2,13 @@
 
 #include <gtest/gtest.h>
 #include <stdlib.h>
+#include <sys/stat.h>
 
 #include <filesystem>
 #include <fstream>
 #include <stdexcept>
 #include <string>
+#include <thread>
 
 namespace {
 
@@ -59,6 +61,14 @@ TEST_F(IncludedFile, ThatIsADanglingOrEndlessLinkIsEmpty) {
   std::filesystem::create_symlink("endless", Path("endless"));
   EXPECT_EQ(ttr::readIncludedFile(Path("dangling")), "");
   EXPECT_EQ(ttr::readIncludedFile(Path("endless")), "");
+}
+
+// Hosts that want otherwise put a function of their own in place of the library's.
+TEST_F(IncludedFile, ThatIsAPipeIsReadToItsEnd) {
+  ASSERT_EQ(mkfifo(Path("pipe").c_str(), 0600), 0);
+  std::thread writer([this] { File("pipe", "written"); });
+  EXPECT_EQ(ttr::readIncludedFile(Path("pipe")), "written");
+  writer.join();
 }
 
 }  // namespace
