@@ -4,6 +4,7 @@
 
 #include <json/reader.h>
 
+#include <memory>
 #include <sstream>
 
 namespace jsoncpp_string {
@@ -14,15 +15,23 @@ CJsonWriter::~CJsonWriter() = default;
 
 Json::Value toJsonObject(const std::string& text, std::string* errors) {
   static const Json::CharReaderBuilder jsonReader;
+  // As Json::parseFromStream does, but without its stream: when memory runs out, that takes the
+  // text as far as it came for the whole.
+  const std::unique_ptr<Json::CharReader> reader(jsonReader.newCharReader());
   Json::Value value;
-  std::istringstream stream(text);
-  if (!Json::parseFromStream(jsonReader, stream, &value, errors)) return Json::Value();
+  if (!reader->parse(text.data(), text.data() + text.size(), &value, errors)) return Json::Value();
   return value;
 }
 
 std::string toString(const Json::Value& value) {
   static const CJsonWriter jsonWriter;
-  return Json::writeString(jsonWriter, value);
+  // As Json::writeString does, but with a stream that passes on what goes wrong: by default it
+  // would end early when memory runs out, and say nothing.
+  const std::unique_ptr<Json::StreamWriter> writer(jsonWriter.newStreamWriter());
+  std::ostringstream text;
+  text.exceptions(std::ios::badbit);
+  writer->write(value, &text);
+  return text.str();
 }
 
 }  // namespace jsoncpp_string

@@ -75,6 +75,7 @@ std::string jsonText(const Json::Value& value) {
     if (value.type() == Json::realValue) return Json::valueToString(value.asDouble());
   }
   std::ostringstream stream;
+  stream.exceptions(std::ios::badbit);  // else it ends early when memory runs out
   stream << value;
   return ttr::trim(stream.str());
 }
