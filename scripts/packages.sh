@@ -21,6 +21,7 @@ need_packages() {
 
 build_packages=(g++ cmake ninja-build ccache libjsoncpp-dev libcli11-dev)
 bench_packages=("${build_packages[@]}" libbenchmark-dev valgrind jq time)
+fuzz_packages=("${build_packages[@]}" clang-14 libclang-rt-14-dev llvm-14)
 test_packages=("${build_packages[@]}" libgtest-dev locales pkg-config)
 
 # need_arm_packages: the cross compiler, QEMU, and JsonCpp for the target.

@@ -11,6 +11,19 @@
 namespace ttr {
 namespace {
 
+/// The JSON value in `text`, the text of the file `path`.
+Json::Value parseJson(const std::string& text, const std::string& path) {
+  std::string errors;
+  Json::Value value;
+  try {
+    value = jsoncpp_string::toJsonObject(text, &errors);
+  } catch (const Json::RuntimeError& error) {  // nested too deep
+    throw CToolError(path, error.what());
+  }
+  if (!errors.empty()) throw CToolError(path, errors);
+  return value;
+}
+
 /// Reads a number of at least 1; true when it ends at `end`.
 bool readDimension(const char* begin, const char* end, int& dimension) {
   const auto [stop, error] = std::from_chars(begin, end, dimension);
@@ -43,9 +56,7 @@ std::string readPage(const CPageOptions& options) {
 
 Json::Value readValues(const std::string& path) {
   if (path.empty()) return Json::Value(Json::objectValue);
-  std::string errors;
-  Json::Value values = jsoncpp_string::toJsonObject(readText(path), &errors);
-  if (!errors.empty()) throw CToolError(path, errors);
+  Json::Value values = parseJson(readText(path), path);
   if (!values.isObject()) throw CToolError(path, "the values must be a JSON object");
   return values;
 }
