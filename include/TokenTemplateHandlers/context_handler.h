@@ -24,6 +24,7 @@ class CContextHandler : public ITokenHandler {
   /// of leading path parts that are the handler's name and not the variable's.
   explicit CContextHandler(const CTemplateStack* stack, std::size_t nameParts = 1);
 
+  /// \throws Json::LogicError for an index into an array that is no int; the library asks with ints
   Json::Value GetIndexedValue(const CParsedToken& token, const Json::Value& index) const override;
   Json::Value GetPartsValue(const CTokenParts& parts) const override;
 

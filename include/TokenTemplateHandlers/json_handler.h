@@ -21,6 +21,7 @@ class CJsonHandler : public ITokenHandler {
   /// Replaces the value; the next pass shows it. Not while a pass is running.
   void SetValue(Json::Value value);
 
+  /// \throws Json::LogicError for an index into an array that is no int; the library asks with ints
   Json::Value GetIndexedValue(const CParsedToken& token, const Json::Value& index) const override;
   Json::Value GetPartsValue(const CTokenParts& parts) const override;
 

@@ -87,7 +87,8 @@ class TTR_EXPORT CTemplateResolver {
 
   /// Resolves the document in place. A second call resolves the resolved document again.
   /// \throws Json::Exception for members of the wrong kind and numbers out of range;
-  ///         std::runtime_error for a division by zero in a token; whatever a handler throws
+  ///         std::runtime_error for a division by zero in a token; whatever a handler or the
+  ///         host's own ttr::readIncludedFile throws
   void Process();
 
   /// The document as compact JSON text.
@@ -97,6 +98,7 @@ class TTR_EXPORT CTemplateResolver {
   // of them; they are exported so that each can be driven and tested as it stands.
 
   /// Parses `text` into `out`; one message on std::cerr when the result is not an object.
+  /// \throws Json::RuntimeError when arrays and objects nest deeper than JsonCpp's limit (1000)
   void read(Json::Value& out, const std::string& text);
 
   /// Pushes the frame that carries the screen's bounds, unless there is no screen size.

@@ -30,6 +30,7 @@ class TTR_EXPORT CTokenParts {
   operator const std::vector<std::string>&() const { return m_parts; }
 
   /// Makes room for `count` parts.
+  /// \throws std::length_error for more than a vector can have
   void reserve(std::size_t count) { m_parts.reserve(count); }
 
   /// Appends one part.

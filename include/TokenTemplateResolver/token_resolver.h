@@ -92,7 +92,7 @@ class TTR_EXPORT CTokenResolver {
   /// `lhs` = `lhs` op `rhs` in 32 bits that wrap; op is '+', '-', '*' or '/' (truncating). Any
   /// other operator only converts `lhs`. `lhs` goes through ConvertToInt first.
   /// \throws std::runtime_error on a division by zero; Json::LogicError when an operand is no
-  /// number
+  /// number, or is out of range
   void evaluateExpression(Json::Value& lhs, char op, const Json::Value& rhs) const;
 
  private:

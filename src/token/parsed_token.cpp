@@ -86,12 +86,14 @@ void applyDelimiter(CParsedToken& token, char delimiter) {
   }
 }
 
-/// How many parts the name section of `body` has at most.
-std::size_t nameLength(std::string_view body) {
+/// How many parts the name section of `body` has at most, as far as it is worth to make room for
+/// them beforehand: a text of nothing but dots has none of them.
+std::size_t roomForName(std::string_view body) {
+  constexpr std::size_t usualLength = 16;
   std::size_t parts = 1;
   for (const char character : body) {
     if ((sectionsEndedBy(character) & sectionName) == 0) continue;
-    if (character != '.') break;
+    if (character != '.' || parts == usualLength) break;
     ++parts;
   }
   return parts;
@@ -101,7 +103,7 @@ std::size_t nameLength(std::string_view body) {
 
 CParsedToken::CParsedToken(const std::string& body) {
   const std::string_view text = body;
-  nameParts.reserve(nameLength(text));
+  nameParts.reserve(roomForName(text));
   std::size_t start = 0;
   for (std::size_t pos = 0; pos < text.size(); ++pos) {
     if ((sectionsEndedBy(text[pos]) & section) == 0) continue;
