@@ -1,0 +1,16 @@
+#include "exceptions/memory_files.h"
+
+#include <TokenTemplateResolver/included_file.h>
+
+CMemoryFiles& memoryFiles() {
+  static CMemoryFiles files;
+  return files;
+}
+
+// Replaces the library's own.
+std::string ttr::readIncludedFile(const std::string& name) {
+  const CMemoryFiles& files = memoryFiles();
+  if (files.beforeRead) files.beforeRead();
+  const auto found = files.texts.find(name);
+  return found == files.texts.end() ? "" : found->second;
+}

@@ -1,0 +1,204 @@
+// How deep pages may nest, and what that takes of the stack. The figures are printed.
+#include <gtest/gtest.h>
+#include <json/value.h>
+#include <unistd.h>
+
+#include <cstddef>
+#include <exception>
+#include <filesystem>
+#include <fstream>
+#include <functional>
+#include <iostream>
+#include <string>
+
+#include "TokenTemplateHandlers/json_handler.h"
+#include "TokenTemplateResolver/json_text.h"
+#include "TokenTemplateResolver/template_resolver.h"
+#include "resources/nested_page.h"
+#include "resources/painted_stack.h"
+#include "support/cerr_capture.h"
+
+namespace {
+
+constexpr std::size_t KiB = 1024;
+
+// AddressSanitizer puts red zones around the variables of each function: a grid takes four times
+// the stack for a level of Process, and a hundred grids 690 kB in all.
+#ifdef __SANITIZE_ADDRESS__
+constexpr std::size_t stackFactor = 2;
+#else
+constexpr std::size_t stackFactor = 1;
+#endif
+
+/// The stack of a usual thread, and that of a frugal host's.
+constexpr std::size_t usualStack = 8192 * KiB * stackFactor;
+constexpr std::size_t smallStack = 512 * KiB * stackFactor;
+
+/// Reaches what takes most stack at the end of a branch: tokens, the C library's regular
+/// expressions and scanf.
+constexpr char heavyElement[] = R"j({"Bounds":["5%","6",70,80],"Display":["#1,2,3","x#12 34 56"],)j"
+                                R"j("Contents":["Bilder/Ä$(volume).PNG"]})j";
+
+/// A host with a screen and one handler.
+class CHost {
+ public:
+  CHost() {
+    tokens.Set("volume", &m_volume);
+    resolver.SetScreenSize(720, 1280);
+  }
+
+  /// The resolved page, or the text of an exception.
+  std::string Resolve(const std::string& page) {
+    try {
+      resolver.Input(page);
+      resolver.Process();
+      return resolver.Output();
+    } catch (const std::exception& error) {
+      return error.what();
+    }
+  }
+
+  CTokenResolver tokens;
+  CTemplateStack stack;
+  CTemplateResolver resolver{&tokens, &stack};
+
+ private:
+  CJsonHandler m_volume{7};
+};
+
+std::string resolved(const std::string& page) { return CHost().Resolve(page); }
+
+/// A folder with a chain of files, each of which includes the next.
+class CIncludeChain {
+ public:
+  CIncludeChain(const CNesting& nesting, int levels, int files)
+      : m_folder(std::filesystem::path(::testing::TempDir()) /
+                 ("ttr-depth-" + std::to_string(getpid()))) {
+    std::filesystem::create_directories(m_folder);
+    for (int i = 0; i < files; ++i) {
+      const std::string innermost = i + 1 < files ? Include(i + 1) : R"("end")";
+      std::ofstream(File(i)) << nestedPage(nesting, levels, innermost);
+    }
+  }
+  ~CIncludeChain() { std::filesystem::remove_all(m_folder); }
+  CIncludeChain(const CIncludeChain&) = delete;
+  CIncludeChain& operator=(const CIncludeChain&) = delete;
+
+  /// The element that includes file `number`, three values deep.
+  std::string Include(int number) const {
+    return R"({"Include":{"Filename":")" + File(number).string() + R"("}})";
+  }
+
+ private:
+  std::filesystem::path File(int number) const { return m_folder / std::to_string(number); }
+
+  std::filesystem::path m_folder;
+};
+
+/// The stack that each further level takes of `step`, which is given the levels.
+double stackPerLevel(const std::function<std::size_t(int)>& step) {
+  return static_cast<double>(step(300) - step(100)) / 200;
+}
+
+void printFigures(const CNesting& nesting) {
+  CHost host;
+  const auto page = [&nesting](int levels) { return nestedPage(nesting, levels, heavyElement); };
+  const double input = stackPerLevel([&](int levels) {
+    return stackUsedBy([&] { host.resolver.Input(page(levels)); }, usualStack);
+  });
+  const double process = stackPerLevel([&](int levels) {
+    host.resolver.Input(page(levels));
+    return stackUsedBy([&] { host.resolver.Process(); }, usualStack);
+  });
+  const double output = stackPerLevel([&](int levels) {
+    host.Resolve(page(levels));
+    return stackUsedBy([&] { host.resolver.Output(); }, usualStack);
+  });
+  const std::size_t all = stackUsedBy([&] { resolved(page(100)); }, usualStack);
+  std::cout << "stack: " << nesting.name << ": a level takes " << input << " bytes in Input, "
+            << process << " in Process, " << output << " in Output; 100 levels " << all
+            << " in all\n";
+}
+
+TEST(Depth, AValueLiesInAThousandArraysAndNoMore) {
+  std::string fits;
+  std::string tooDeep;
+  const auto read = [](const std::string& text) -> std::string {
+    std::string errors;
+    try {
+      return jsoncpp_string::toString(jsoncpp_string::toJsonObject(text, &errors)) + errors;
+    } catch (const std::exception& error) {
+      return error.what();
+    }
+  };
+  const std::string arrays = repeated("[", 1000) + repeated("]", 1000);
+  stackUsedBy([&] { fits = read(arrays); }, usualStack);
+  stackUsedBy([&] { tooDeep = read("[" + arrays + "]"); }, usualStack);
+  EXPECT_EQ(fits, arrays);
+  EXPECT_EQ(tooDeep, "Exceeded stackLimit in readValue().");
+}
+
+TEST(Depth, AFileNestsAsDeepAsJsonCppReads) {
+  const CCerrCapture errors;
+  for (const CNesting& nesting : nestings) {
+    SCOPED_TRACE(nesting.name);
+    const int most = mostLevels(nesting, 1);
+    std::string fits;
+    std::string tooDeep;
+    stackUsedBy([&] { fits = resolved(nestedPage(nesting, most, R"("end")")); }, usualStack);
+    stackUsedBy([&] { tooDeep = resolved(nestedPage(nesting, most + 1, R"("end")")); }, usualStack);
+    EXPECT_EQ(fits, nestedResult(most, R"("end")"));
+    EXPECT_EQ(tooDeep, "Exceeded stackLimit in readValue().");
+  }
+}
+
+TEST(Depth, ElevenIncludedFilesWithDeepContents) {
+  for (const CNesting& nesting : nestings) {
+    SCOPED_TRACE(nesting.name);
+    // Less for loops: each keeps a copy of all that lies in it, so that memory would be the limit.
+    const bool copies = std::string(nesting.open).find("Loop") != std::string::npos;
+    const int most = copies ? 60 : mostLevels(nesting, 3);
+    const CIncludeChain chain(nesting, most, 11);
+    std::string result;
+    const std::size_t used = stackUsedBy(
+        [&] { result = resolved(nestedPage(nesting, most, chain.Include(0))); }, usualStack);
+    // Each document is itself a level.
+    const int levels = 12 * (most + 1) - 1;
+    EXPECT_EQ(result, nestedResult(levels, R"("end")"));
+    std::cout << "stack: " << nesting.name << ": " << levels + 1 << " levels of Contents in twelve "
+              << "documents take " << used << " bytes\n";
+  }
+}
+
+TEST(Depth, LoopsInLoopsInLoops) {
+  const auto loop = [](const std::string& contents) {
+    return R"({"Loop":{"List":[1,2,3,4,5,6,7,8,9,10],"CellWidth":1,"CellHeight":1,"Layout":[[)"
+           R"([0,0],[1,0],[2,0],[3,0],[4,0],[5,0],[6,0],[7,0],[8,0],[9,0]]],"Contents":[)" +
+           contents + "]}}";
+  };
+  const auto copies = [](const std::string& entry) {
+    std::string list = repeated(entry + ",", 10);
+    list.pop_back();
+    return R"({"Contents":[)" + list + "]}";
+  };
+  std::string result;
+  stackUsedBy([&] { result = resolved(R"({"Contents":[)" + loop(loop(loop(R"("end")"))) + "]}"); },
+              smallStack);
+  EXPECT_EQ(result, R"({"Contents":[)" + copies(copies(copies(R"("end")"))) + "]}");
+}
+
+TEST(Depth, AHundredLevelsFitASmallStack) {
+  const CCerrCapture errors;
+  for (const CNesting& nesting : nestings) {
+    SCOPED_TRACE(nesting.name);
+    printFigures(nesting);
+    const std::string page = nestedPage(nesting, 100, heavyElement);
+    ASSERT_LE(stackUsedBy([&] { resolved(page); }, usualStack), smallStack);
+    std::string result;
+    stackUsedBy([&] { result = resolved(page); }, smallStack);
+    EXPECT_EQ(result, resolved(page));
+    EXPECT_NE(result.find("7.png"), std::string::npos) << result;
+  }
+}
+
+}  // namespace
