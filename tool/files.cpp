@@ -53,7 +53,7 @@ void writeInPlace(const std::string& path, const std::string& text) {
 
 /// Writes a new file beside `target` and renames it to `target`; errors name it `path`.
 void replaceFile(const std::string& target, const std::string& text, const std::string& path) {
-  std::string temporary = target + ".ttr-XXXXXX";
+  std::string temporary = (std::filesystem::path(target).parent_path() / ".ttr-XXXXXX").string();
   const int descriptor = ::mkstemp(temporary.data());
   if (descriptor < 0) throw CToolError(path, systemReason());
   bool written = false;

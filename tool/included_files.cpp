@@ -70,10 +70,11 @@ std::string readAll(const CDescriptor& file, const std::string& name) {
 /// of the kernel call themselves regular and would keep the reader waiting: O_NONBLOCK is for them.
 std::string readConfined(const std::string& name) {
   const CDescriptor file(name, O_PATH, name);
-  if (!isRegular(file)) throw CToolError(name, "not a regular file");
+  if (::access(file.link().c_str(), F_OK) != 0) throw CToolError(name, "needs a /proc to be read");
   if (!includeRoot().empty() && !liesBelow(includeRoot(), file)) {
     throw CToolError(name, "outside of " + includeRoot());
   }
+  if (!isRegular(file)) throw CToolError(name, "not a regular file");
   return readAll(CDescriptor(file.link(), O_RDONLY | O_NONBLOCK, name), name);
 }
 

@@ -3,6 +3,7 @@
 #include <unistd.h>
 
 #include <CLI/CLI.hpp>
+#include <csignal>
 #include <exception>
 #include <iostream>
 #include <string>
@@ -32,6 +33,7 @@ void occupyStandardDescriptors() {
 
 int main(int argc, char** argv) {
   occupyStandardDescriptors();
+  std::signal(SIGXFSZ, SIG_IGN);  // a file that may not grow further is an error like any other
   try {
     int exitCode = 0;
     CLI::App app("Resolves page templates as the device does.", "ttr");
@@ -43,7 +45,9 @@ int main(int argc, char** argv) {
       app.parse(argc, argv);
     } catch (const CLI::ParseError& error) {
       const bool asked = error.get_exit_code() == 0;  // --help or --version
-      return asked ? app.exit(error) : fail(error.what() + std::string(" (see ttr --help)"));
+      if (!asked) return fail(error.what() + std::string(" (see ttr --help)"));
+      app.exit(error);
+      return std::cout.flush() ? 0 : fail("standard output: cannot be written");
     }
     return exitCode;
   } catch (const std::exception& error) {

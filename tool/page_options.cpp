@@ -73,15 +73,16 @@ CScreenSize parseScreenSize(const std::string& text) {
   return size;
 }
 
-CWorkingDirectory::CWorkingDirectory(const std::string& directory)
-    : m_previous(std::filesystem::current_path()) {
+CWorkingDirectory::CWorkingDirectory(const std::string& directory) {
   if (directory.empty()) return;
   std::error_code error;
-  std::filesystem::current_path(directory, error);
+  m_previous = std::filesystem::current_path(error);
+  if (!error) std::filesystem::current_path(directory, error);
   if (error) throw CToolError(directory, error.message());
 }
 
 CWorkingDirectory::~CWorkingDirectory() {
+  if (m_previous.empty()) return;
   std::error_code ignored;
   std::filesystem::current_path(m_previous, ignored);
 }

@@ -46,7 +46,7 @@ class CWorkingDirectory {
   CWorkingDirectory& operator=(const CWorkingDirectory&) = delete;
 
  private:
-  std::filesystem::path m_previous;
+  std::filesystem::path m_previous;  ///< empty when nothing was changed
 };
 
 }  // namespace ttr

@@ -19,14 +19,22 @@ class CVariableCollector {
     while (!m_pending.empty()) {
       const std::string file = m_pending.back();
       m_pending.pop_back();
-      std::string errors;
-      collect(jsoncpp_string::toJsonObject(readIncludedFile(file), &errors));
+      collectFile(file);
     }
   }
 
   std::set<std::string> names;
 
  private:
+  void collectFile(const std::string& file) {
+    try {
+      std::string errors;
+      collect(jsoncpp_string::toJsonObject(readIncludedFile(file), &errors));
+    } catch (const Json::RuntimeError&) {
+      // A file that is nested too deep is reported if the page comes to it.
+    }
+  }
+
   void collect(const Json::Value& value) {
     if (value.isObject()) {
       collectContext(value["Context"]);

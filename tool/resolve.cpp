@@ -40,8 +40,8 @@ CResolved resolvePage(const CPageOptions& options, const std::string& page, CPag
   try {
     diagnostics.Mute(true);
     host.ServeVariablesOf(page);
-    for (unsigned pass = 1; pass <= options.pass; ++pass) {
-      diagnostics.Mute(pass < options.pass);
+    for (unsigned passesLeft = options.pass; passesLeft > 0; --passesLeft) {
+      diagnostics.Mute(passesLeft > 1);
       resolved.text = host.Pass(page);
     }
   } catch (const std::exception& error) {
@@ -52,11 +52,17 @@ CResolved resolvePage(const CPageOptions& options, const std::string& page, CPag
 }
 
 /// `compact` with indentation. A // comment of the page hides what follows it in the one line that
-/// the library writes, which then is no JSON any more.
-/// \throws CToolError in that case
+/// the library writes, which then is no JSON any more; included files can make a page deeper than
+/// JsonCpp reads.
+/// \throws CToolError in these cases
 std::string prettyText(const std::string& compact, const std::string& page) {
   std::string errors;
-  const Json::Value value = jsoncpp_string::toJsonObject(compact, &errors);
+  Json::Value value;
+  try {
+    value = jsoncpp_string::toJsonObject(compact, &errors);
+  } catch (const Json::RuntimeError&) {
+    throw CToolError(page, "the result is nested too deep to be indented");
+  }
   if (!errors.empty()) {
     throw CToolError(page,
                      "the result is no JSON, because the page has a comment that starts with //");

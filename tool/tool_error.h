@@ -10,11 +10,13 @@ namespace ttr {
 /// prints it as one line and exits with 2.
 class CToolError : public std::runtime_error {
  public:
+  /// `file` is named as the system sees it: up to its first zero byte.
   CToolError(const std::string& file, const std::string& reason)
-      : std::runtime_error(file + ": " + reason) {}
+      : std::runtime_error(file.c_str() + (": " + reason)) {}
 };
 
-/// `text` without line ends, which the names of files may hold and the reasons of JsonCpp do.
+/// `text` with blanks for line ends and other control characters, which the names of files may
+/// hold, and the reasons of JsonCpp do.
 std::string oneLine(std::string text);
 
 }  // namespace ttr

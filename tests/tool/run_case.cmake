@@ -50,7 +50,7 @@ foreach(name IN LISTS names)
 endforeach()
 
 # What the tool writes beside its output must not stay behind.
-file(GLOB leftovers ${WORK}/*.ttr-*)
+file(GLOB leftovers ${WORK}/.ttr-*)
 if(leftovers)
   message(SEND_ERROR "left behind: ${leftovers}")
 endif()
