@@ -331,6 +331,44 @@ TEST_F(DocumentedExceptions, StepsOfTheWalkWithAnInclude) {
   }
 }
 
+TEST_F(DocumentedExceptions, StepsOfTheWalkCountNoPass) {
+  using CResolver = CTemplateResolver;
+  const std::pair<const char*, std::function<void(CResolver&, Json::Value&)>> steps[] = {
+      {R"j({"Contents": ["$(broken)"]})j", [](CResolver& r, Json::Value& v) { r.process(v); }},
+      {R"j({"Contents": ["$(broken)"]})j",
+       [](CResolver& r, Json::Value& v) { r.processPageValue(v); }},
+      {R"j(["$(broken)"])j", [](CResolver& r, Json::Value& v) { r.processContentsArray(v, 0); }},
+      {R"j("$(broken)")j", [](CResolver& r, Json::Value& v) { r.processContentsValue(v, 0); }},
+      {R"j({"Play": ["$(broken)"]})j",
+       [](CResolver& r, Json::Value& v) { r.processContentsObject(v, 0); }},
+      {R"j({"Filename": "$(broken)"})j",
+       [](CResolver& r, Json::Value& v) { r.processContentsIncludeElement(v); }},
+      {R"j({"Condition": "$(broken)"})j",
+       [](CResolver& r, Json::Value& v) { r.processContentsIfElement(v, 0); }},
+      {R"j({"List": "$(broken)"})j",
+       [](CResolver& r, Json::Value& v) { r.processContentsLoopElement(v, 0); }},
+      {R"j({"CellWidth": "$(broken)"})j",
+       [&](CResolver& r, Json::Value& v) {
+         r.loopElementIterate(v, {}, oneStep, 0, nullptr, nullptr);
+       }},
+  };
+  CContextHandler context(&stack);
+  tokens.Set("context", &context);
+  for (const auto& [text, named] : steps) {
+    SCOPED_TRACE(text);
+    const auto& step = named;  // a lambda captures no part of a pair
+    CTemplateResolver fresh(&tokens, &stack);
+    fresh.Input("{}");
+    Json::Value value = Parse(text);
+    EXPECT_EQ(Thrown([&] { step(fresh, value); }), hostError);
+    // The first pass shows the entry at 1.
+    fresh.Input(R"j({"Contents": [{"Loop": {"List": "a,b,c", "Value": "v", "Bounds": [],
+        "Contents": ["$(context.v)"]}}]})j");
+    fresh.Process();
+    EXPECT_EQ(fresh.Output(), R"({"Contents":[{"Contents":["b"]}]})");
+  }
+}
+
 TEST_F(DocumentedExceptions, ProcessContainment) {
   const auto plain = CTemplateResolver::elementPlain;
   const auto container = CTemplateResolver::elementContainer;
@@ -453,6 +491,10 @@ TEST_F(DocumentedExceptions, SetHandlersFindIsResolvableContainsTokenSubstrings)
     SCOPED_TRACE(text.substr(0, 20));
     EXPECT_EQ(Thrown([&] { tokens.find(CParsedToken(text).nameParts); }), nothing);
     EXPECT_EQ(Thrown([&] { tokens.find({text, "", text}); }), nothing);
+    for (const std::string& token : {text, "$(" + text + ")", "At $(word" + text + ")."}) {
+      EXPECT_EQ(Thrown([&] { tokens.IsResolvable(token); }), nothing);
+      EXPECT_EQ(Thrown([&] { tokens.ContainsTokenSubstrings(token); }), nothing);
+    }
     EXPECT_EQ(Thrown([&] { tokens.Set(text, tokens.handlers().begin()->second); }), nothing);
     EXPECT_EQ(Thrown([&] { tokens.find({text, "", text}); }), nothing);
   }

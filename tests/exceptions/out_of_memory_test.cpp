@@ -8,9 +8,9 @@
 #include <string>
 
 #include "exceptions/allocation_failure.h"
-#include "exceptions/build_kind.h"
 #include "exceptions/page_host.h"
 #include "exceptions/thrown.h"
+#include "support/build_kind.h"
 
 namespace {
 

@@ -5,8 +5,8 @@
 #include <cstdint>
 #include <string>
 
-#include "exceptions/build_kind.h"
 #include "exceptions/page_host.h"
+#include "support/build_kind.h"
 
 namespace {
 

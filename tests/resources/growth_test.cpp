@@ -341,6 +341,7 @@ void expectLinearMemory(const std::function<void()>& small, const std::function<
   const auto bound = [](long long amount, long long least) {
     return memoryBound * static_cast<double>(std::max(amount, least));
   };
+  EXPECT_EQ(few.calls > 0, memoryIsMetered);
   EXPECT_LE(static_cast<double>(many.calls), bound(few.calls, fewCalls));
   EXPECT_LE(static_cast<double>(many.bytes), bound(few.bytes, fewBytes));
   EXPECT_LE(static_cast<double>(many.peak), bound(few.peak, fewBytes));
@@ -387,5 +388,15 @@ INSTANTIATE_TEST_SUITE_P(Pages, Growth, ::testing::ValuesIn(pageCases), caseName
 INSTANTIATE_TEST_SUITE_P(TokensInText, Growth, ::testing::ValuesIn(tokenTextCases), caseName);
 INSTANTIATE_TEST_SUITE_P(TokenBodies, Growth, ::testing::ValuesIn(tokenBodyCases), caseName);
 INSTANTIATE_TEST_SUITE_P(Values, Growth, ::testing::ValuesIn(valueCases), caseName);
+
+// A name has room for its parts made beforehand, which for these dots would be 32 times the text.
+TEST(GrowthOfNames, LeavesDotsWithoutRoomForParts) {
+  const CSilence silence;
+  const std::string dots = repeated(".", enlargement * letters);
+  EXPECT_EQ(getToken(dots), 0U);
+  const CMemoryUse use = memoryUsedBy([&] { getToken(dots); });
+  EXPECT_EQ(use.calls > 0, memoryIsMetered);
+  EXPECT_LE(use.peak, 2 * static_cast<long long>(dots.size()));
+}
 
 }  // namespace

@@ -3,6 +3,7 @@
 #include <malloc.h>
 
 #include <algorithm>
+#include <cerrno>
 #include <cstddef>
 #include <fstream>
 #include <string>
@@ -12,6 +13,8 @@ namespace {
 // Of the thread, and without a constructor: allocations come before anything is set up.
 thread_local CMemoryUse use;
 thread_local long long inUse = 0;
+thread_local long long callsLeft = 0;  // up to the one that fails
+thread_local bool failed = false;
 
 }  // namespace
 
@@ -22,7 +25,16 @@ CMemoryUse memoryUsedBy(const std::function<void()>& work) {
   return use;
 }
 
-#if !defined(__SANITIZE_ADDRESS__) && !defined(__SANITIZE_THREAD__)
+CMallocFailure::CMallocFailure(long long number) {
+  failed = false;
+  callsLeft = number;
+}
+
+CMallocFailure::~CMallocFailure() { callsLeft = 0; }
+
+bool mallocHasFailed() { return failed; }
+
+#if !defined(TTR_ADDRESS_SANITIZED) && !defined(TTR_THREAD_SANITIZED)
 
 // The C library lets a program put its own functions in the place of these, and offers the old ones
 // under other names.
@@ -35,9 +47,18 @@ void __libc_free(void* block);
 
 namespace {
 
+/// Whether the present call is the one to fail.
+bool fails() {
+  if (callsLeft == 0 || --callsLeft != 0) return false;
+  errno = ENOMEM;
+  failed = true;
+  return true;
+}
+
 void* counted(void* block) {
-  const auto size = static_cast<long long>(malloc_usable_size(block));
   ++use.calls;
+  if (block == nullptr) return block;
+  const auto size = static_cast<long long>(malloc_usable_size(block));
   ++use.kept;
   use.bytes += size;
   inUse += size;
@@ -55,13 +76,14 @@ void uncount(void* block) {
 
 extern "C" {
 
-void* malloc(std::size_t size) { return counted(__libc_malloc(size)); }
+void* malloc(std::size_t size) { return fails() ? nullptr : counted(__libc_malloc(size)); }
 
 void* calloc(std::size_t elements, std::size_t size) {
-  return counted(__libc_calloc(elements, size));
+  return fails() ? nullptr : counted(__libc_calloc(elements, size));
 }
 
 void* realloc(void* block, std::size_t size) {
+  if (fails()) return nullptr;
   uncount(block);
   return counted(__libc_realloc(block, size));
 }
