@@ -255,6 +255,22 @@ TEST_F(BoundsElement, RandomTextIsAPercentageWhenADigitPrecedesTheFirstPercentSi
   EXPECT_GT(signsWithoutDigit, 3000);
 }
 
+TEST_F(BoundsElement, OnlyDigitsAndThePercentSignMakeAPercentage) {
+  for (int code = 1; code < 256; ++code) {
+    const std::string character(1, static_cast<char>(code));
+    SCOPED_TRACE(code);
+    const std::string between = "5" + character + "%";
+    EXPECT_EQ(Size(between, 0, 100), Json::Value(std::atoi(between.c_str())));
+    EXPECT_EQ(Errors(), "");
+    if (character >= "0" && character <= "9") continue;
+    for (const std::string& text : {character + "%", character == "%" ? "%" : "50" + character}) {
+      EXPECT_EQ(Size(text, 0, 100), Json::Value(0));
+      EXPECT_EQ(Errors(), "CTokenResolver::stringToInt: cannot convert value to signed integer: " +
+                              text + ".\n");
+    }
+  }
+}
+
 TEST_F(BoundsElement, PercentageEdgeThatCannotBeTakenIsTheOrigin) {
   const struct {
     int origin;

@@ -120,7 +120,8 @@ TEST_F(ContentsWalk, PageContentsThatAreNoArrayAreReported) {
 // --- Contents arrays and their entries ---
 
 TEST_F(ContentsWalk, ContentsThatAreNoArrayAreReportedAndKept) {
-  for (const char* contents : {R"({"RenderType":1024,"Contents":["A.PNG"]})", "{}", "null", "5",
+  for (const char* contents : {R"({"RenderType":1024,"Contents":["A.PNG"]})",
+                               R"({"a":"A.PNG","b":{"Contents":["B.PNG"]}})", "{}", "null", "5",
                                "2.5", "true", R"("$(volume).PNG")"}) {
     SCOPED_TRACE(contents);
     Json::Value value = Parse(contents);

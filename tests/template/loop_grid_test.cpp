@@ -517,6 +517,7 @@ TEST_F(LoopGrid, LayoutThatFitsBestIsChosen) {
               {1, {0, 2}, 0, 0},
               {1, {0, 2, 1}, 2, 1},
               {3, {0, 0}, 0, 0},
+              {3, {0, 1}, 1, 1},
           };
   for (const auto& c : cases) {
     Json::Value loop = Parse(R"j({"Contents": ["$(frame.bounds)"]})j");
@@ -555,6 +556,15 @@ TEST_F(LoopGrid, OnlyTheChosenLayoutIsProcessedAndOnlyACopyOfIt) {
             Parse(R"({"Contents": [[2,2,0,0,null,null], {"A": 1}]})"));
   EXPECT_EQ(loop, Parse(text));
   EXPECT_EQ(n.calls(), std::vector<std::string>{"GetValue n.b"});
+  EXPECT_EQ(Errors(), "");
+}
+
+TEST_F(LoopGrid, LayoutIsProcessedForNoCopiesToo) {
+  const CTableHandler& n = Handle("n", R"({"a": 1})");
+  EXPECT_EQ(
+      Iterate(R"j({"Layout": [[["$(n.a)", 0]]], "Contents": ["a"]})j", "null", {true, 0, 0, 1}),
+      Parse(R"({"Contents": []})"));
+  EXPECT_EQ(n.calls(), std::vector<std::string>{"GetValue n.a"});
   EXPECT_EQ(Errors(), "");
 }
 

@@ -99,6 +99,18 @@ TEST_F(TokenSubstitution, TextWithoutTokenStartIsUnchanged) {
   EXPECT_EQ(Errors(), "");
 }
 
+TEST_F(TokenSubstitution, UnchangedTextKeepsItsComment) {
+  for (const char* text : {"plain", "x $(n"}) {
+    SCOPED_TRACE(text);
+    Json::Value value(text);
+    value.setComment(std::string("// beside"), Json::commentAfterOnSameLine);
+    tokens.SubstituteTokenValues(value);
+    EXPECT_EQ(value, Json::Value(text));
+    EXPECT_EQ(value.getComment(Json::commentAfterOnSameLine), "// beside");
+  }
+  EXPECT_EQ(Errors(), missingEnd);
+}
+
 TEST_F(TokenSubstitution, WholeValueTokenTakesTheTypeOfItsValue) {
   const char* const values[] = {"7",        "-7",          "4294967295", "1.5",
                                 "true",     "false",       "null",       R"("")",

@@ -3,9 +3,11 @@
 #include <gtest/gtest.h>
 
 #include <cstdint>
+#include <cstdlib>
 #include <limits>
 #include <optional>
 #include <string>
+#include <string_view>
 
 #include "support/cerr_capture.h"
 
@@ -136,6 +138,31 @@ TEST(IntegerText, TextThatIsNoNumberToItsEndDoesNotConvert) {
     EXPECT_EQ(ttr::wholeInt32(text), std::nullopt);
     EXPECT_EQ(ttr::wholeUInt32(text), std::nullopt);
   }
+  EXPECT_EQ(cerr.Take(), "");
+}
+
+// Small numbers, for which every `long` will do.
+TEST(IntegerText, DigitsAreThoseOfTheCLibraryInEachBase) {
+  CCerrCapture cerr;
+  for (int code = 1; code < 256; ++code) {
+    for (const std::string prefix : {"", "1", "01", "0x", "0x1"}) {
+      const std::string text = prefix + static_cast<char>(code);
+      SCOPED_TRACE(text);
+      char* end = nullptr;
+      const long number = std::strtol(text.c_str(), &end, 0);
+      const bool whole = *end == '\0';
+      EXPECT_EQ(ttr::wholeInt32(text).has_value(), whole);
+      EXPECT_EQ(ttr::wholeInt32(text).value_or(0), whole ? number : 0);
+    }
+  }
+  EXPECT_EQ(cerr.Take(), "");
+}
+
+TEST(IntegerText, TextEndsWhereTheViewEnds) {
+  CCerrCapture cerr;
+  EXPECT_EQ(ttr::wholeInt32(std::string_view("1234").substr(0, 2)), 12);
+  EXPECT_EQ(ttr::wholeUInt32(std::string_view("0x1F7").substr(0, 4)), 31U);
+  EXPECT_EQ(ttr::leadingInt32(std::string_view("1234").substr(0, 2)), 12);
   EXPECT_EQ(cerr.Take(), "");
 }
 
