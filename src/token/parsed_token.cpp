@@ -86,8 +86,9 @@ void applyDelimiter(CParsedToken& token, char delimiter) {
   }
 }
 
-/// How many parts the name section of `body` has at most, as far as it is worth to make room for
-/// them beforehand: a text of nothing but dots has none of them.
+/// How many parts the name section of `body` has at most, up to a usual length. Room for one part
+/// for each dot would cost a text of dots many times its size, for parts that are empty and
+/// dropped.
 std::size_t roomForName(std::string_view body) {
   constexpr std::size_t usualLength = 16;
   std::size_t parts = 1;
