@@ -11,6 +11,7 @@
 #include <filesystem>
 #include <iostream>
 #include <system_error>
+#include <utility>
 
 #include "TokenTemplateResolver/included_file.h"
 #include "tool_error.h"
@@ -22,6 +23,11 @@ namespace {
 std::string& includeRoot() {
   static std::string root;
   return root;
+}
+
+CIncludeReader::CReader& includeReader() {
+  static CIncludeReader::CReader reader;
+  return reader;
 }
 
 class CDescriptor {
@@ -66,18 +72,6 @@ std::string readAll(const CDescriptor& file, const std::string& name) {
   }
 }
 
-/// Looks at the file before it opens it for reading, which alone can make a device act. Some files
-/// of the kernel call themselves regular and would keep the reader waiting: O_NONBLOCK is for them.
-std::string readConfined(const std::string& name) {
-  const CDescriptor file(name, O_PATH, name);
-  if (::access(file.link().c_str(), F_OK) != 0) throw CToolError(name, "needs a /proc to be read");
-  if (!includeRoot().empty() && !liesBelow(includeRoot(), file)) {
-    throw CToolError(name, "outside of " + includeRoot());
-  }
-  if (!isRegular(file)) throw CToolError(name, "not a regular file");
-  return readAll(CDescriptor(file.link(), O_RDONLY | O_NONBLOCK, name), name);
-}
-
 }  // namespace
 
 void confineIncludes(const std::string& root) {
@@ -88,9 +82,28 @@ void confineIncludes(const std::string& root) {
   includeRoot() = canonical.string();
 }
 
+/// Looks at the file before it opens it for reading, which alone can make a device act. Some files
+/// of the kernel call themselves regular and would keep the reader waiting: O_NONBLOCK is for them.
+std::string readRegularFile(const std::string& name) {
+  const CDescriptor file(name, O_PATH, name);
+  if (::access(file.link().c_str(), F_OK) != 0) throw CToolError(name, "needs a /proc to be read");
+  if (!includeRoot().empty() && !liesBelow(includeRoot(), file)) {
+    throw CToolError(name, "outside of " + includeRoot());
+  }
+  if (!isRegular(file)) throw CToolError(name, "not a regular file");
+  return readAll(CDescriptor(file.link(), O_RDONLY | O_NONBLOCK, name), name);
+}
+
+CIncludeReader::CIncludeReader(CReader reader) : m_previous(std::move(includeReader())) {
+  includeReader() = std::move(reader);
+}
+
+CIncludeReader::~CIncludeReader() { includeReader() = std::move(m_previous); }
+
 std::string readIncludedFile(const std::string& name) {
+  if (includeReader()) return includeReader()(name);
   try {
-    return readConfined(name);
+    return readRegularFile(name);
   } catch (const CToolError& error) {
     std::cerr << "ttr: not included: " << oneLine(error.what()) << std::endl;
     return "";

@@ -1,6 +1,7 @@
 #ifndef TOOL_INCLUDED_FILES_H
 #define TOOL_INCLUDED_FILES_H
 
+#include <functional>
 #include <string>
 
 namespace ttr {
@@ -13,6 +14,25 @@ namespace ttr {
 /// the library then goes on as for an empty file.
 /// \throws CToolError when there is no such directory
 void confineIncludes(const std::string& root);
+
+/// The text of the file `name`, as includes read it.
+/// \throws CToolError when it cannot be read, or must not
+std::string readRegularFile(const std::string& name);
+
+/// Answers the includes of the library while it lives: `reader` is asked for the text of each file
+/// in place of the file system, and says itself what is wrong with one.
+class CIncludeReader {
+ public:
+  using CReader = std::function<std::string(const std::string& name)>;
+
+  explicit CIncludeReader(CReader reader);
+  ~CIncludeReader();
+  CIncludeReader(const CIncludeReader&) = delete;
+  CIncludeReader& operator=(const CIncludeReader&) = delete;
+
+ private:
+  CReader m_previous;
+};
 
 }  // namespace ttr
 

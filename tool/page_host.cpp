@@ -21,9 +21,17 @@ CPageHost::CPageHost(const Json::Value& values, CScreenSize size) {
 void CPageHost::ServeVariablesOf(const std::string& page) {
   std::string errors;
   const Json::Value document = jsoncpp_string::toJsonObject(page, &errors);
-  for (const std::string& name : pageVariables(document, m_tokens)) {
+  ServeVariables(pageVariables(document, m_tokens));
+}
+
+void CPageHost::ServeVariables(const std::set<std::string>& names) {
+  for (const std::string& name : names) {
     if (m_tokens.handlers().count(name) == 0) m_tokens.Set(name, &m_variables);
   }
+}
+
+void CPageHost::SkipPasses(unsigned passes) {
+  for (; passes > 0; --passes) Pass(R"({"Contents": []})");
 }
 
 std::string CPageHost::Pass(const std::string& page) {

@@ -4,6 +4,7 @@
 #include <json/value.h>
 
 #include <memory>
+#include <set>
 #include <string>
 #include <vector>
 
@@ -38,6 +39,13 @@ class CPageHost {
 
   /// Lets the variables that `page` binds be used as tokens; once before the first pass.
   void ServeVariablesOf(const std::string& page);
+  void ServeVariables(const std::set<std::string>& names);
+
+  /// Lets rotating loops advance as `passes` passes do.
+  void SkipPasses(unsigned passes);
+
+  /// The registry, with the handlers of the values, "context", and the variables served so far.
+  const CTokenResolver& tokens() const { return m_tokens; }
 
  private:
   CTokenResolver m_tokens;

@@ -34,7 +34,10 @@ bool readDimension(const char* begin, const char* end, int& dimension) {
 
 void addPageOptions(CLI::App& command, CPageOptions& options) {
   command.add_option("PAGE", options.page, "The page template, - for standard input")->required();
-  command.add_option("--values", options.values, "JSON object with the values of the tokens")
+  command
+      .add_option("--values", options.values,
+                  "JSON object with the values of the tokens, by default\n"
+                  "PAGE's neighbour NAME.values.json or values.json")
       ->type_name("VALUES");
   command.add_option("--size", options.size, "Screen size, by default 1280x720")
       ->type_name("WIDTHxHEIGHT");
@@ -52,6 +55,18 @@ std::string readPage(const CPageOptions& options) {
     throw CToolError("standard input", "cannot be both the page and the values");
   }
   return readText(options.page);
+}
+
+std::string valuesFile(const CPageOptions& options) {
+  if (!options.values.empty() || options.page == "-") return options.values;
+  const std::filesystem::path page = options.page;
+  const auto beside = [&](const std::string& name) { return (page.parent_path() / name).string(); };
+  for (const std::string& path :
+       {beside(page.stem().string() + ".values.json"), beside("values.json")}) {
+    std::error_code ignored;
+    if (std::filesystem::exists(path, ignored)) return path;
+  }
+  return "";
 }
 
 Json::Value readValues(const std::string& path) {

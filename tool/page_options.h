@@ -15,7 +15,7 @@ namespace ttr {
 /// The options that say which page a command works on, and in which surroundings.
 struct CPageOptions {
   std::string page;    ///< file, "-" for standard input
-  std::string values;  ///< file, "-" for standard input; empty for none
+  std::string values;  ///< file, "-" for standard input; empty for what lies beside the page
   std::string size = "1280x720";
   std::string directory;  ///< where relative includes start; empty for the working directory
   std::optional<std::string> root;  ///< where included files must lie; anywhere without it
@@ -27,6 +27,10 @@ void addPageOptions(CLI::App& command, CPageOptions& options);
 /// The text of the page.
 /// \throws CToolError when it cannot be read
 std::string readPage(const CPageOptions& options);
+
+/// The file with the values of the page's tokens: the one that the options name, else the page's
+/// neighbour `NAME.values.json`, else `values.json` beside it. Empty when there is none.
+std::string valuesFile(const CPageOptions& options);
 
 /// The JSON object in the file `path`; an empty object when `path` is empty.
 /// \throws CToolError when it cannot be read or is no object

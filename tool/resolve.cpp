@@ -75,7 +75,7 @@ std::string prettyText(const std::string& compact, const std::string& page) {
 int runResolve(const CResolveOptions& options) {
   if (options.page.root) confineIncludes(*options.page.root);
   const std::string page = readPage(options.page);
-  CPageHost host(readValues(options.page.values), parseScreenSize(options.page.size));
+  CPageHost host(readValues(valuesFile(options.page)), parseScreenSize(options.page.size));
   const CResolved resolved = resolvePage(options.page, page, host);
   const std::string text =
       (options.pretty ? prettyText(resolved.text, options.page.page) : resolved.text) + '\n';

@@ -12,7 +12,13 @@ class CToolError : public std::runtime_error {
  public:
   /// `file` is named as the system sees it: up to its first zero byte.
   CToolError(const std::string& file, const std::string& reason)
-      : std::runtime_error(file.c_str() + (": " + reason)) {}
+      : std::runtime_error(file.c_str() + (": " + reason)), m_reason(reason) {}
+
+  /// The reason without the file.
+  const std::string& reason() const { return m_reason; }
+
+ private:
+  std::string m_reason;
 };
 
 /// `text` with blanks for line ends and other control characters, which the names of files may
