@@ -19,10 +19,11 @@ need_packages() {
   DEBIAN_FRONTEND=noninteractive apt-get install -y -qq --no-install-recommends "${missing[@]}" >&2
 }
 
-build_packages=(g++ cmake ninja-build ccache libjsoncpp-dev libcli11-dev)
+build_packages=(g++ cmake ninja-build ccache libjsoncpp-dev libcli11-dev libvalijson-dev libcivetweb-dev)
 bench_packages=("${build_packages[@]}" libbenchmark-dev valgrind jq time)
+browser_packages=(chromium fonts-dejavu-core)
 fuzz_packages=("${build_packages[@]}" clang-14 libclang-rt-14-dev llvm-14)
-test_packages=("${build_packages[@]}" libgtest-dev locales pkg-config)
+test_packages=("${build_packages[@]}" libgtest-dev locales pkg-config python3 curl vim)
 
 # need_arm_packages: the cross compiler, QEMU, and JsonCpp for the target.
 need_arm_packages() {
@@ -33,7 +34,7 @@ need_arm_packages() {
     fi
     dpkg --add-architecture armhf || return 2
   fi
-  need_packages g++-arm-linux-gnueabihf qemu-user googletest libjsoncpp-dev:armhf
+  need_packages g++-arm-linux-gnueabihf qemu-user googletest libjsoncpp-dev:armhf libcivetweb-dev:armhf
 }
 
 # arm_ready: sets up what ARM needs. Where Debian's armhf packages cannot be had, it says so and ends

@@ -8,7 +8,13 @@
 #include <iostream>
 #include <string>
 
+#include "check/check_command.h"
+#include "diff/diff_command.h"
+#include "explain/explain_command.h"
+#include "preview/preview_command.h"
 #include "resolve.h"
+#include "schema/schema_command.h"
+#include "test/test_command.h"
 #include "tool_error.h"
 
 namespace {
@@ -41,6 +47,12 @@ int main(int argc, char** argv) {
     app.require_subcommand(1);
     app.footer("Run 'ttr COMMAND --help' for the options and examples of a command.");
     ttr::addResolveCommand(app, &exitCode);
+    ttr::addCheckCommand(app, &exitCode);
+    ttr::addDiffCommand(app, &exitCode);
+    ttr::addTestCommand(app, &exitCode);
+    ttr::addSchemaCommand(app, &exitCode);
+    ttr::addExplainCommand(app, &exitCode);
+    ttr::addPreviewCommand(app, &exitCode);
     try {
       app.parse(argc, argv);
     } catch (const CLI::ParseError& error) {

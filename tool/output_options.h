@@ -1,8 +1,11 @@
 #ifndef TOOL_OUTPUT_OPTIONS_H
 #define TOOL_OUTPUT_OPTIONS_H
 
-#include <CLI/CLI.hpp>
 #include <string>
+
+namespace CLI {
+class App;
+}
 
 namespace ttr {
 

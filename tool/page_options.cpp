@@ -1,5 +1,6 @@
 #include "page_options.h"
 
+#include <CLI/CLI.hpp>
 #include <charconv>
 #include <limits>
 #include <system_error>
@@ -30,10 +31,7 @@ bool readDimension(const char* begin, const char* end, int& dimension) {
   return error == std::errc() && stop == end && dimension >= 1;
 }
 
-}  // namespace
-
-void addPageOptions(CLI::App& command, CPageOptions& options) {
-  command.add_option("PAGE", options.page, "The page template, - for standard input")->required();
+void addValueOptions(CLI::App& command, CPageOptions& options) {
   command
       .add_option("--values", options.values,
                   "JSON object with the values of the tokens, by default\n"
@@ -41,13 +39,29 @@ void addPageOptions(CLI::App& command, CPageOptions& options) {
       ->type_name("VALUES");
   command.add_option("--size", options.size, "Screen size, by default 1280x720")
       ->type_name("WIDTHxHEIGHT");
-  command.add_option("--pass", options.pass, "Show the Nth pass, as rotating loops advance")
-      ->type_name("N")
-      ->check(CLI::Range(1U, std::numeric_limits<unsigned>::max()));
+}
+
+void addIncludeOptions(CLI::App& command, CPageOptions& options) {
   command.add_option("--chdir", options.directory, "Directory that relative includes start from")
       ->type_name("DIR");
   command.add_option("--root", options.root, "Refuse to include files outside of this directory")
       ->type_name("DIR");
+}
+
+}  // namespace
+
+void addPageOptions(CLI::App& command, CPageOptions& options) {
+  command.add_option("PAGE", options.page, "The page template, - for standard input")->required();
+  addValueOptions(command, options);
+  command.add_option("--pass", options.pass, "Show the Nth pass, as rotating loops advance")
+      ->type_name("N")
+      ->check(CLI::Range(1U, std::numeric_limits<unsigned>::max()));
+  addIncludeOptions(command, options);
+}
+
+void addSharedPageOptions(CLI::App& command, CPageOptions& options) {
+  addValueOptions(command, options);
+  addIncludeOptions(command, options);
 }
 
 std::string readPage(const CPageOptions& options) {

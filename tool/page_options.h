@@ -3,12 +3,15 @@
 
 #include <json/value.h>
 
-#include <CLI/CLI.hpp>
 #include <filesystem>
 #include <optional>
 #include <string>
 
 #include "page_host.h"
+
+namespace CLI {
+class App;
+}
 
 namespace ttr {
 
@@ -23,6 +26,9 @@ struct CPageOptions {
 };
 
 void addPageOptions(CLI::App& command, CPageOptions& options);
+
+/// The same without PAGE and --pass, for a command that takes several pages.
+void addSharedPageOptions(CLI::App& command, CPageOptions& options);
 
 /// The text of the page.
 /// \throws CToolError when it cannot be read

@@ -4,6 +4,7 @@
 #include <json/value.h>
 #include <json/writer.h>
 
+#include <CLI/CLI.hpp>
 #include <exception>
 #include <iostream>
 #include <memory>

@@ -1,7 +1,9 @@
 #ifndef TOOL_RESOLVE_H
 #define TOOL_RESOLVE_H
 
-#include <CLI/CLI.hpp>
+namespace CLI {
+class App;
+}
 
 namespace ttr {
 

@@ -78,6 +78,7 @@ CPageRunner::CPageRunner(const CPageOptions& options)
   if (options.root) confineIncludes(*options.root);
   m_directory = std::make_unique<CWorkingDirectory>(options.directory);
   const CIncludeReader reader([this](const std::string& name) { return Serve(name, {}); });
+  const CMessageRecorder silence;  // each run says what is wrong with the names of files
   m_variables = pageVariables(m_page.document(), CPageHost(m_values, m_size).tokens());
 }
 

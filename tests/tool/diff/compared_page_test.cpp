@@ -1,0 +1,63 @@
+#include "diff/compared_page.h"
+
+#include <gtest/gtest.h>
+
+#include <string>
+
+#include "support/json.h"
+#include "tool/support/page_folder.h"
+#include "tool_error.h"
+
+namespace ttr {
+namespace {
+
+/// Line and column of what `page` has at `pointer`.
+std::string placeOf(const CComparedPage& page, const std::string& pointer) {
+  const CPlace place = page.placeOf(CJsonPointer::Parse(pointer));
+  return place.file.substr(place.file.rfind('/') + 1) + ':' + std::to_string(place.line) + ':' +
+         std::to_string(place.column);
+}
+
+TEST(ComparedPage, IsResolvedAndKnowsItsTemplate) {
+  const CPageFolder folder({{"page.json", R"j({"Contents": [
+  {"Loop": {"List": "a,b", "Value": "v", "Layout": [[[0, 0], [0, 9]]],
+    "Contents": [{"RenderType": 3, "Contents": ["$(v)"]}]}},
+  {"Include": {"Filename": "part.json"}}]
+})j"},
+                            {"part.json", "{\"Contents\":\n [\"In\"]}"}});
+  const CComparedPage page = resolvedPage(folder.Options("page.json"));
+  EXPECT_EQ(page.document,
+            Parse(R"({"Contents": [{"Contents": [{"RenderType": 3, "Contents": ["a"]},
+                                                 {"RenderType": 3, "Contents": ["b"]}]},
+                                   {"Contents": ["In"]}]})"));
+  EXPECT_EQ(placeOf(page, "/Contents/0/Contents/1/Contents/0"), "page.json:3:49");
+  EXPECT_EQ(placeOf(page, "/Contents/0/Contents/1/Bounds/0"), "page.json:3:18");
+  EXPECT_EQ(placeOf(page, "/Contents/1"), "page.json:4:3");
+  EXPECT_EQ(placeOf(page, "/Contents/1/Contents/0"), "part.json:2:3");
+  EXPECT_EQ(placeOf(page, ""), "page.json:1:1");
+}
+
+TEST(ComparedPage, CannotBeWhatHasNoResult) {
+  const CPageFolder folder({{"text.json", "{\"Contents\": [}"},
+                            {"number.json", "5"},
+                            {"null.json", "null"},
+                            {"throws.json", R"({"Contents": [{"Loop": 5}]})"}});
+  for (const char* name : {"text.json", "number.json", "null.json", "throws.json"}) {
+    SCOPED_TRACE(name);
+    EXPECT_THROW(resolvedPage(folder.Options(name)), CToolError);
+  }
+}
+
+TEST(ComparedPage, ThatWasResolvedBeforeStaysAsItIs) {
+  const CPageFolder folder({{"result.json", "{\"Contents\": [\n {\"Bounds\": [\"5%\"]}]}"},
+                            {"bad.json", "{"},
+                            {"array.json", "[]"}});
+  const CComparedPage page = readResolvedPage(folder.path() + "/result.json");
+  EXPECT_EQ(page.document, Parse(R"({"Contents": [{"Bounds": ["5%"]}]})"));
+  EXPECT_EQ(placeOf(page, "/Contents/0"), "result.json:2:2");
+  EXPECT_THROW(readResolvedPage(folder.path() + "/bad.json"), CToolError);
+  EXPECT_THROW(readResolvedPage(folder.path() + "/array.json"), CToolError);
+}
+
+}  // namespace
+}  // namespace ttr

@@ -1,0 +1,389 @@
+#include "explain/explanation.h"
+
+#include <gtest/gtest.h>
+
+#include <algorithm>
+
+#include "support/json.h"
+#include "tool/support/page_folder.h"
+#include "tool_error.h"
+
+namespace {
+
+using ttr::CExplanation;
+
+/// Explains elements of the page p.json in a folder of files.
+class CExplained {
+ public:
+  explicit CExplained(std::initializer_list<std::pair<std::string, std::string>> files)
+      : m_folder(files), m_page(m_folder.Options("p.json")) {}
+
+  CExplanation At(const std::string& pointer, unsigned pass = 1) {
+    return explain(m_page, pass, "values.json", ttr::CJsonPointer::Parse(pointer));
+  }
+
+  /// The answer, with the folder's own path left out.
+  std::string AnswerAt(const std::string& pointer, unsigned pass = 1) {
+    return Short(At(pointer, pass).answer);
+  }
+
+  std::string Short(std::string text) const {
+    const std::string path = m_folder.path() + '/';
+    for (std::size_t at = text.find(path); at != std::string::npos; at = text.find(path)) {
+      text.erase(at, path.size());
+    }
+    return text;
+  }
+
+ private:
+  ttr::CPageFolder m_folder;
+  ttr::CPageRunner m_page;
+};
+
+/// The answer to an If with these members and values.
+std::string ifAnswer(const std::string& members, const std::string& values = "{}") {
+  CExplained page({{"p.json", R"({"Contents": [{"If": {)" + members + R"(, "Contents": ["A"]}}]})"},
+                   {"values.json", values}});
+  const std::string answer = page.AnswerAt("/Contents/0");
+  const std::string start = "/Contents/0 is ";
+  return answer.substr(0, start.size()) == start ? answer.substr(start.size()) : answer;
+}
+
+TEST(Explain, IfTellsWhatItsTruthValueIs) {
+  EXPECT_EQ(ifAnswer(R"("Condition": "0")"),
+            R"(null: its If does not hold: "0" (text) counts as false)");
+  EXPECT_EQ(ifAnswer(R"json("Condition": "$(a.x)")json", R"({"a": {}})"),
+            "null: its If does not hold: null counts as false");
+  EXPECT_EQ(ifAnswer(R"("Condition": 0.5)"),
+            "null: its If does not hold: 0.5 (real) counts as false");
+  EXPECT_EQ(ifAnswer(R"("Condition": "false")"),
+            R"(an If: its If holds: "false" (text) counts as true)");
+  EXPECT_EQ(ifAnswer(R"("Equals": 1)"), "null: its If does not hold: it has no Condition");
+}
+
+TEST(Explain, EqualsTellsThatTypesDiffer) {
+  const std::string values = R"({"delay": "5", "list": [1, 2, 3], "n": 5})";
+  EXPECT_EQ(ifAnswer(R"json("Condition": "$(delay)", "Equals": 5)json", values),
+            R"(null: its If does not hold: "5" (text) Equals 5 (integer): )"
+            "text never equals integer: use == to compare integers");
+  EXPECT_EQ(ifAnswer(R"json("Condition": "$(n)", "Equals": 5.0)json", values),
+            "null: its If does not hold: 5 (integer) Equals 5.0 (real): integer never equals real");
+  EXPECT_EQ(ifAnswer(R"json("Condition": "$(list#)", "Equals": 3)json", values),
+            "null: its If does not hold: 3 (unsigned count) Equals 3 (integer): a count is "
+            "unsigned and equals no number of a page: use ==, or write #+0 for #");
+  EXPECT_EQ(ifAnswer(R"json("Condition": "$(list#+0)", "Equals": 3)json", values),
+            "an If: its If holds: 3 (integer) Equals 3 (integer): both are the same");
+  EXPECT_EQ(ifAnswer(R"json("Condition": "$(n)", "NotEquals": "$(n)")json", values),
+            "null: its If does not hold: 5 (integer) NotEquals 5 (integer): both are the same");
+  EXPECT_EQ(ifAnswer(R"json("Condition": "$(n)", "NotEquals": 6)json", values),
+            "an If: its If holds: 5 (integer) NotEquals 6 (integer): they differ");
+}
+
+TEST(Explain, EqualsTellsWhatIsInAnArray) {
+  const std::string values = R"({"state": "late"})";
+  const std::string head = R"(its If does not hold: "late" (text) Equals )";
+  EXPECT_EQ(ifAnswer(R"json("Condition": "$(state)", "Equals": [1, 2])json", values),
+            "null: " + head +
+                "[1,2] (array): it is none of the entries, as none of them is of type text");
+  EXPECT_EQ(ifAnswer(R"json("Condition": "$(state)", "Equals": ["$(state)"])json", values),
+            "null: " + head +
+                R"json(["$(state)"] (array): it is none of the entries; )json"
+                "tokens inside an array are not replaced");
+  EXPECT_EQ(ifAnswer(R"json("Condition": "$(state)", "Equals": ["on", "late"])json", values),
+            R"(an If: its If holds: "late" (text) Equals ["on","late"] (array): )"
+            "it is one of the entries");
+}
+
+TEST(Explain, IntegerComparisonsShowTheIntegers) {
+  EXPECT_EQ(ifAnswer(R"("Condition": "0x10", "<": 16)"),
+            R"(null: its If does not hold: "0x10" (text) < 16 (integer): 16 < 16 is false)");
+  EXPECT_EQ(ifAnswer(R"("Condition": 2.5, "==": "2")"),
+            R"(an If: its If holds: 2.5 (real) == "2" (text): 2 == 2 is true)");
+  EXPECT_EQ(ifAnswer(R"("Condition": 1, ">": 2)"),
+            "null: its If does not hold: 1 (integer) > 2 (integer): 1 > 2 is false");
+  EXPECT_EQ(ifAnswer(R"("Condition": 7, "!=": "7")"),
+            R"(null: its If does not hold: 7 (integer) != "7" (text): 7 != 7 is false)");
+  EXPECT_EQ(ifAnswer(R"("Condition": "late", "!=": null)"),
+            R"(null: its If does not hold: "late" (text) != null: "late" (text) is no integer, )"
+            "and null is no integer");
+}
+
+TEST(Explain, AnIfWithoutContentsIsNullThoughItHolds) {
+  CExplained page({{"p.json", R"({"Contents": [{"If": {"Condition": 1}}]})"}});
+  EXPECT_EQ(page.AnswerAt("/Contents/0"), "/Contents/0 is null: its If holds, but has no Contents");
+}
+
+TEST(Explain, TokensTellWhoAnsweredAndWhyNot) {
+  CExplained page({{"p.json", R"json({"Page": {"Context": {"ink": "red"}, "Contents": [
+        {"Context": {"own": 1, "copy": "$(own)"},
+         "Contents": ["$(rooms.nmae)", "$(rooms.name.x)", "$(clok.now)", "$(days[7])",
+                      "$(rooms[0])", "$(late)", "$(context.ink)", "$(context)", "$(ink.deep)",
+                      "$(days[a.b])", "$(none)", "$(days#)"]},
+        {"Loop": {"List": "a", "Value": "late", "Layout": [[]]}}]}})json"},
+                   {"values.json", R"({"rooms": {"name": "Hall", "seats": 40},
+                     "days": ["Mo", "Tu"], "clock": {"now": 1}, "none": null})"}});
+  const auto token = [&](std::size_t index) {
+    const ttr::CTokenExplanation each = page.At("/Page/Contents/0").tokens.at(index);
+    return page.Short(each.handler + "|" + each.source + "|" + each.type + "|" + each.why);
+  };
+  EXPECT_EQ(token(0),
+            "own||null|'own' is not in force yet: the members of a Context do not see "
+            "each other");
+  EXPECT_EQ(token(1), "rooms|values.json|null|rooms has no member 'nmae'; it has name, seats");
+  EXPECT_EQ(token(2), "rooms|values.json|null|rooms.name is text, without members");
+  EXPECT_EQ(token(3), "||null|no handler is named 'clok', did you mean \"clock\"?");
+  EXPECT_EQ(token(4),
+            "days|values.json|null|index 7 is outside of days, which has the entries 0..1");
+  EXPECT_EQ(token(5), "rooms|values.json|null|rooms is an object; only an array has entries");
+  EXPECT_EQ(token(6), "late||null|'late' is not in force here; it is bound at p.json:6:32");
+  EXPECT_EQ(token(7), "context|Context at p.json:1:23|text|");
+  EXPECT_EQ(token(8), "context||null|a name is missing: $(context.NAME)");
+  EXPECT_EQ(token(9), "ink|Context at p.json:1:23|null|ink is text, without members");
+  EXPECT_EQ(token(10), "days|values.json|null|the index: no handler is named 'a'");
+  EXPECT_EQ(token(11), "none|values.json|null|none is null there");
+  EXPECT_EQ(token(12), "days|values.json|unsigned count|");
+}
+
+TEST(Explain, TextTellsWhatItIsMadeOf) {
+  CExplained page({{"p.json", R"json({"Contents": ["Plain", "$(n)", "Icons/$(n).PNG", "$(x)", null,
+      {"Loop": {"Start": 0, "Size": 1, "Layout": [[0]], "Contents": ["A.PNG"]}}]})json"},
+                   {"values.json", R"({"n": 7})"}});
+  EXPECT_EQ(page.AnswerAt("/Contents/0"), R"(/Contents/0 is "Plain": it is written so)");
+  EXPECT_EQ(page.AnswerAt("/Contents/1"), R"json(/Contents/1 is 7: from "$(n)")json");
+  EXPECT_EQ(page.AnswerAt("/Contents/2"),
+            R"json(/Contents/2 is "icons/7.png": from "Icons/$(n).PNG", )json"
+            "lowercased as it names a file");
+  EXPECT_EQ(page.AnswerAt("/Contents/3"),
+            "/Contents/3 is null: $(x) is null: no handler is named 'x'");
+  EXPECT_TRUE(page.At("/Contents/3").HasFaults());
+  EXPECT_EQ(page.AnswerAt("/Contents/4"), "/Contents/4 is null: it is written so");
+  EXPECT_FALSE(page.At("/Contents/4").HasFaults());
+  EXPECT_EQ(page.AnswerAt("/Contents/5/Contents/0"),
+            R"(/Contents/5/Contents/0 is "A.PNG": it is written so)");
+}
+
+TEST(Explain, BoundsShowTheArithmetic) {
+  CExplained page({{"p.json", R"json({"Contents": [{"Bounds": [10, -20, 200, 100], "Contents": [
+      {"Bounds": ["10%", 5, "$(half)", "0x10", "3"]}, {"Bounds": ["7", "5", 2.5, null]}]}]})json"},
+                   {"values.json", R"({"half": "50%"})"}});
+  const auto lines = [&](const std::string& pointer) {
+    std::string text;
+    const ttr::CBoundsExplanation bounds = *page.At(pointer).bounds;
+    for (const ttr::CBoundsEntry& entry : bounds.entries) text += entry.arithmetic + '\n';
+    return text + page.Short(bounds.enclosing.source);
+  };
+  EXPECT_EQ(lines("/Contents/0/Contents/0"),
+            "10% of 200 = 20 + 10\nstays: the enclosing edge is missing or negative\n"
+            "50% of 200 = 100\n16\nas an integer\nthe element at p.json:1:15");
+  EXPECT_EQ(lines("/Contents/0/Contents/1"),
+            "7 + 10\n5 - 20\nstays: as written\nstays: as written\nthe element at p.json:1:15");
+}
+
+constexpr char grid[] = R"json({"Contents": [{"Bounds": [100, 100, 600, 300], "Loop": {
+  "List": "$(trains)", "Value": "train", "Var": "i", "Count": "n", "Start": 2, "Size": -2,
+  "CellWidth": 200, "CellHeight": 60, "Layout": [[[0, 0]], [[0, 0], ["50%", 0, 300, 80]]],
+  "Contents": [{"Bounds": [10, 10, "50%", "50%"],
+                "Contents": ["$(n): $(train.to) ($(i))"]}]}}]})json";
+constexpr char trains[] = R"({"trains": [{"to": "Ely"}, {"to": "Diss"}, {"to": "Bury"}]})";
+
+TEST(Explain, AGridLoopTellsItsRangeAndLayout) {
+  CExplained page({{"p.json", grid}, {"values.json", trains}});
+  const CExplanation explanation = page.At("/Contents/0");
+  EXPECT_EQ(explanation.answer, "/Contents/0 is a Loop: its Loop makes 2 copies");
+  ASSERT_TRUE(explanation.loop);
+  EXPECT_EQ(explanation.loop->indices, 2U);
+  EXPECT_EQ(explanation.loop->first, 2);
+  EXPECT_EQ(explanation.loop->last, 1);
+  EXPECT_EQ(explanation.loop->layout, 1U);
+  EXPECT_EQ(explanation.loop->cells, Parse("[[100, 100, 200, 60], [400, 100, 300, 80]]"));
+}
+
+TEST(Explain, ACopyHasItsOwnValuesAndCell) {
+  CExplained page({{"p.json", grid}, {"values.json", trains}});
+  const CExplanation explanation = page.At("/Contents/0/Contents/1");
+  ASSERT_EQ(explanation.copies.size(), 1U);
+  EXPECT_EQ(explanation.copies[0].number, 2U);
+  EXPECT_EQ(explanation.copies[0].of, 2U);
+  EXPECT_EQ(page.Short(explanation.bounds->enclosing.source), "cell 2 of the Loop at p.json:1:15");
+  ASSERT_EQ(explanation.tokens.size(), 3U);
+  EXPECT_EQ(explanation.tokens[0].value, 1);
+  EXPECT_EQ(explanation.tokens[1].value, "Diss");
+  EXPECT_EQ(explanation.tokens[2].value, 1);
+  EXPECT_EQ(page.Short(explanation.tokens[1].source), "Value of the Loop at p.json:2:33");
+}
+
+TEST(Explain, NestedLoopsKeepTheCopiesApart) {
+  CExplained page(
+      {{"p.json", R"json({"Contents": [{"Loop": {"List": "a,b,c", "Value": "o", "Var": "k",
+      "Layout": [[0, 0, 0]], "Contents": ["x", {"Loop": {"List": "$(lists[context.k])",
+        "Value": "i", "Layout": [[0, 0]],
+        "Contents": [{"Contents": ["$(o)$(i)"], "Prec": ["bad$(o)$(i)"]}]}}]}}]})json"},
+       {"values.json", R"({"lists": ["1", "2,3", "4,5"]})"}});
+  const CExplanation text = page.At("/Contents/0/Contents/5/Contents/1/Contents/0");
+  EXPECT_EQ(text.value, "c5");
+  EXPECT_EQ(text.tokens[0].value, "c");
+  EXPECT_EQ(text.tokens[1].value, "5");
+  ASSERT_EQ(text.copies.size(), 2U);
+  EXPECT_EQ(text.copies[0].number, 3U);
+  EXPECT_EQ(text.copies[1].number, 2U);
+  EXPECT_EQ(page.At("/Contents/0/Contents/3/Contents/0").messages,
+            std::vector<std::string>{
+                "CTokenResolver::stringToInt: cannot convert value to signed integer: badb2."});
+}
+
+TEST(Explain, ARotatingLoopTellsTheIndexOfThePass) {
+  CExplained page(
+      {{"p.json", R"json({"Contents": [{"Loop": {"List": "Ely,Diss,Bury", "Value": "town",
+      "Bounds": [0, 0, 1, 1], "Contents": ["$(town)"]}}]})json"}});
+  EXPECT_EQ(page.AnswerAt("/Contents/0", 2),
+            "/Contents/0 is a Loop: its Loop shows one copy in each pass, now that of index 2");
+  const CExplanation explanation = page.At("/Contents/0/Contents/0", 3);
+  EXPECT_EQ(explanation.value, "Ely");
+  EXPECT_EQ(explanation.tokens.at(0).value, "Ely");
+  EXPECT_EQ(page.At("/Contents/0", 2).loop->indices, 3U);
+}
+
+/// Why a loop with these members makes no copies.
+std::string emptyLoop(const std::string& members) {
+  CExplained page({{"p.json", R"({"Contents": [{"Loop": {)" + members + R"(}}]})"}});
+  return page.At("/Contents/0").loop->why;
+}
+
+TEST(Explain, ALoopWithoutCopiesTellsWhy) {
+  EXPECT_EQ(emptyLoop(R"("List": "", "Layout": [[0]], "Contents": ["A"])"), "its List is empty");
+  EXPECT_EQ(emptyLoop(R"json("List": "$(x)", "Layout": [[0]], "Contents": ["A"])json"),
+            "Unable to determine start value; its List is null");
+  EXPECT_EQ(emptyLoop(R"("List": "a,b", "Start": 7, "Layout": [[0]], "Contents": ["A"])"),
+            "'Start' value: 7 must be within range of 'List': 0..1");
+  EXPECT_EQ(emptyLoop(R"("List": "a,b", "Size": 0, "Layout": [[0]], "Contents": ["A"])"),
+            "its Size is 0");
+  EXPECT_EQ(emptyLoop(R"("List": "a,b", "Contents": ["A"])"), "Layout array must be present");
+  EXPECT_EQ(emptyLoop(R"("List": "a,b", "Layout": [[0, 0]])"), "it has no Contents");
+  EXPECT_EQ(emptyLoop(R"("List": "a,b", "Layout": [[]], "Contents": ["A"])"),
+            "too many elements for grid. Remainder discarded");
+}
+
+TEST(Explain, IncludesTellTheirFile) {
+  CExplained page(
+      {{"p.json", R"json({"Contents": [{"Include": {"Filename": "$(name).json"}},
+          {"Include": {"Filename": "no.json"}}, {"Include": {"Filename": "bad.json"}},
+          {"Include": {}}]})json"},
+       {"a.json", R"json({"Page": {"Context": {"c": "$(name)"}, "Contents": ["$(c)"]}})json"},
+       {"bad.json", "{\n  5}"},
+       {"values.json", R"({"name": "a"})"}});
+  EXPECT_EQ(page.AnswerAt("/Contents/0"),
+            R"(/Contents/0 is an Include: it is the document in "a.json")");
+  const CExplanation inner = page.At("/Contents/0/Page/Contents/0");
+  EXPECT_EQ(inner.value, "a");
+  EXPECT_EQ(page.Short(inner.tokens[0].source), "Context at a.json:1:23");
+  EXPECT_EQ(page.AnswerAt("/Contents/1"),
+            "/Contents/1 is null: its Include failed: no.json: No such file or directory");
+  EXPECT_EQ(page.AnswerAt("/Contents/2").substr(0, 56),
+            "/Contents/2 is null: its Include failed: bad.json:2:3: M");
+  EXPECT_EQ(page.AnswerAt("/Contents/3"),
+            "/Contents/3 is null: its Include failed: 'Filename' element must be present and must "
+            "be string type");
+  EXPECT_TRUE(page.At("/Contents/3").HasFaults());
+}
+
+TEST(Explain, APageContextReplacesThatOfTheInclude) {
+  CExplained page({{"p.json", R"json({"Contents": [{"Context": {"c": 1, "d": 2},
+                       "Include": {"Filename": "a.json"}}]})json"},
+                   {"a.json", R"json({"Page": {"Context": {"d": "$(d)"},
+                       "Contents": ["$(c)", "$(d)"]}})json"}});
+  const auto tokens = page.At("/Contents/0").tokens;
+  ASSERT_EQ(tokens.size(), 1U);
+  EXPECT_EQ(page.Short(tokens[0].source), "Context at p.json:1:36");
+  EXPECT_EQ(page.AnswerAt("/Contents/0/Page/Contents/0"),
+            "/Contents/0/Page/Contents/0 is null: $(c) is null: 'c' is not in force here; it is "
+            "bound at p.json:1:28");
+  const ttr::CTokenExplanation inner = page.At("/Contents/0/Page/Contents/1").tokens.at(0);
+  EXPECT_EQ(inner.value, 2);
+  EXPECT_EQ(page.Short(inner.source), "Context at a.json:1:23");
+}
+
+TEST(Explain, AFileThatIncludesItselfIsFollowedToTheRightDepth) {
+  CExplained page({{"p.json", R"json({"Contents": [{"Context": {"n": 1},
+                                              "Include": {"Filename": "a.json"}}]})json"},
+                   {"a.json", R"json({"Contents": ["$(n)", {"Context": {"n": "$(n+1)"},
+                                              "Include": {"Filename": "a.json"}}]})json"}});
+  const CExplanation third = page.At("/Contents/0/Contents/1/Contents/1/Contents/0");
+  EXPECT_EQ(third.value, 3);
+  EXPECT_EQ(third.tokens.at(0).value, 3);
+  EXPECT_TRUE(page.At("/Contents/0/Contents/1").messages.empty());
+}
+
+TEST(Explain, WhatANullElementWouldHaveShownNamesThatElement) {
+  CExplained page(
+      {{"p.json", R"({"Contents": [{"If": {"Condition": 0, "Contents": [{"Contents": ["A"]}]}},
+      {"Loop": {"List": "", "Layout": [[0]], "Contents": ["B"]}}]})"}});
+  const std::string why =
+      " is not there, as /Contents/0 is null: its If does not hold: "
+      "0 (integer) counts as false";
+  EXPECT_EQ(page.AnswerAt("/Contents/0/If/Contents/0/Contents/0"),
+            "/Contents/0/If/Contents/0/Contents/0" + why);
+  EXPECT_EQ(page.AnswerAt("/Contents/0/Contents/0"), "/Contents/0/Contents/0" + why);
+  EXPECT_EQ(page.AnswerAt("/Contents/1/Loop/Contents/0"),
+            "/Contents/1/Loop/Contents/0 is not there, as /Contents/1 is null: its Loop makes no "
+            "copies: its List is empty");
+}
+
+TEST(Explain, ATemplatePointerMeansTheFirstCopy) {
+  CExplained page({{"p.json", grid}, {"values.json", trains}});
+  const CExplanation explanation = page.At("/Contents/0/Loop/Contents/0/Contents/0");
+  EXPECT_EQ(explanation.pointer, "/Contents/0/Contents/0/Contents/0");
+  EXPECT_EQ(explanation.copies.at(0).number, 1U);
+  EXPECT_EQ(explanation.value, "0: Bury (2)");
+}
+
+TEST(Explain, APlaceInsideAnElementMeansTheElement) {
+  CExplained page({{"p.json", grid}, {"values.json", trains}});
+  EXPECT_EQ(page.At("/Contents/0/Contents/1/Bounds/2").pointer, "/Contents/0/Contents/1");
+  EXPECT_EQ(page.At("/Contents/0/Loop/Layout/1").pointer, "/Contents/0");
+}
+
+TEST(Explain, AWrongPointerTellsWhatThereIs) {
+  CExplained page({{"p.json", R"({"Contents": ["A", {"Prec": [1]}]})"}});
+  const auto reason = [&](const std::string& pointer) {
+    try {
+      page.At(pointer);
+    } catch (const ttr::CToolError& error) {
+      return std::string(error.what());
+    }
+    return std::string("none");
+  };
+  EXPECT_EQ(reason("/Contents/7"), "/Contents/7: leads nowhere: /Contents has the entries 0..1");
+  EXPECT_EQ(reason("/Contents/1/Bounds/0"),
+            "/Contents/1/Bounds/0: leads nowhere: /Contents/1 has Prec");
+  EXPECT_EQ(reason("/Contents/0/x"),
+            "/Contents/0/x: leads nowhere: /Contents/0 has nothing inside");
+  EXPECT_EQ(reason("/Pages"), "/Pages: leads nowhere: the top has Contents");
+  EXPECT_EQ(reason("Contents"), "Contents: a JSON pointer begins with a slash");
+}
+
+TEST(Explain, AnExceptionIsTheReasonForEverything) {
+  CExplained page(
+      {{"p.json", R"json({"Contents": ["A", "$(n/0)"]})json"}, {"values.json", R"({"n": 1})"}});
+  EXPECT_EQ(page.AnswerAt("/Contents/0"),
+            "/Contents/0 is not there, as the page is null: the pass ended early: "
+            "TokenResolver::evaluateExpression: divide by zero.");
+  EXPECT_TRUE(page.At("").HasFaults());
+}
+
+TEST(Explain, TextIsCutToTheLinesThereAre) {
+  std::string tokens;
+  for (int i = 0; i < 40; ++i) {
+    tokens += (i == 0 ? "\"$(x" : ", \"$(x") + std::to_string(i) + ")\"";
+  }
+  CExplained page({{"p.json", R"({"Contents": [{"Bounds": [0, 0, 9, 9], "Prec": [)" + tokens +
+                                  R"(, "bad"], "Contents": []}]})"}});
+  const CExplanation explanation = page.At("/Contents/0");
+  const std::string text = explanationText(explanation, false);
+  EXPECT_EQ(std::count(text.begin(), text.end(), '\n'), 25);
+  EXPECT_NE(text.find(" more tokens: --json has all\n"), std::string::npos) << text;
+  EXPECT_NE(text.find(" more messages: --json has all\n"), std::string::npos) << text;
+  EXPECT_EQ(explanationJson(explanation)["tokens"].size(), 40U);
+  EXPECT_EQ(explanationJson(explanation)["messages"].size(), 41U);
+}
+
+}  // namespace

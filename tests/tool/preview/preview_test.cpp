@@ -1,0 +1,137 @@
+#include "preview/preview.h"
+
+#include <gtest/gtest.h>
+
+#include <cstdlib>
+#include <filesystem>
+
+#include "preview/rsvg.h"
+#include "tool/support/page_folder.h"
+#include "tool_error.h"
+
+namespace {
+
+using ttr::CPreviewFile;
+using ttr::CPreviewModel;
+using ttr::CPreviewOptions;
+
+constexpr char rotating[] = R"j({"Contents": [{"Loop": {"List": "a,b,c", "Value": "v",
+    "Bounds": [], "Contents": [{"Bounds": [1, 2, 30, 40], "Contents": ["$(v)"]}]}}]})j";
+
+CPreviewOptions optionsFor(const ttr::CPageFolder& folder, std::vector<std::string> outputs) {
+  CPreviewOptions options;
+  options.page = folder.Options("p.json");
+  options.sizes = {"320x200"};
+  options.outputs = std::move(outputs);
+  return options;
+}
+
+std::string refusal(const CPreviewOptions& options) {
+  try {
+    makePreview(options);
+  } catch (const ttr::CToolError& error) {
+    const std::string text = error.what();
+    return text.substr(text.find("p.json"));
+  }
+  return "";
+}
+
+TEST(Preview, PassesAreThoseThatTheOutputsNeed) {
+  const ttr::CPageFolder folder({{"p.json", rotating}});
+  EXPECT_EQ(makePreview(optionsFor(folder, {"a.svg"})).pictures.size(), 1U);
+  EXPECT_EQ(makePreview(optionsFor(folder, {"a.html"})).pictures.size(), 3U);
+  EXPECT_EQ(makePreview(optionsFor(folder, {"a-{pass}.svg"})).pictures.size(), 3U);
+  CPreviewOptions options = optionsFor(folder, {"a.html"});
+  options.passes = 2;
+  options.page.pass = 2;
+  const CPreviewModel model = makePreview(options);
+  ASSERT_EQ(model.pictures.size(), 2U);
+  EXPECT_EQ(model.pictures[0].pass, 2U);
+  EXPECT_NE(model.pictures[0].svg.find(">c</text>"), std::string::npos);
+}
+
+TEST(Preview, FilesAreNamedAfterSizeAndPass) {
+  const ttr::CPageFolder folder({{"p.json", rotating}});
+  CPreviewOptions options = optionsFor(folder, {"{size}-{pass}.svg", "all.html"});
+  options.sizes = {"320x200", "64x64"};
+  options.passes = 2;
+  const std::vector<CPreviewFile> files = renderPreview(makePreview(options), options, "", false);
+  std::vector<std::string> names;
+  for (const CPreviewFile& file : files) names.push_back(file.name);
+  EXPECT_EQ(names, (std::vector<std::string>{"320x200-1.svg", "320x200-2.svg", "64x64-1.svg",
+                                             "64x64-2.svg", "all.html"}));
+}
+
+TEST(Preview, ReasonsTellTheirPlace) {
+  const ttr::CPageFolder folder({{"p.json", "{\"Contents\": [\n  1 2]}"}});
+  EXPECT_EQ(refusal(optionsFor(folder, {"a.svg"})).rfind("p.json:2:", 0), 0U)
+      << refusal(optionsFor(folder, {"a.svg"}));
+  folder.Write("p.json", "{\"Contents\": [\n  {\"Loop\": 5}]}");
+  EXPECT_EQ(refusal(optionsFor(folder, {"a.svg"})).rfind("p.json:2:", 0), 0U)
+      << refusal(optionsFor(folder, {"a.svg"}));
+}
+
+TEST(Preview, OutdatedPicturesBearABanner) {
+  const ttr::CPageFolder folder({{"p.json", rotating}});
+  const CPreviewOptions options = optionsFor(folder, {"a.svg"});
+  const std::string svg =
+      renderPreview(makePreview(options), options, "no <JSON>", false).at(0).content;
+  EXPECT_NE(svg.find("OUTDATED"), std::string::npos);
+  EXPECT_NE(svg.find("no &lt;JSON&gt;"), std::string::npos);
+}
+
+TEST(Preview, PageThatNeverHadAPictureIsAnEmptyScreen) {
+  const CPreviewOptions options = optionsFor(ttr::CPageFolder({}), {"a.svg", "a.html"});
+  const std::vector<CPreviewFile> files = renderPreview(CPreviewModel(), options, "why", false);
+  ASSERT_EQ(files.size(), 2U);
+  EXPECT_NE(files[0].content.find("OUTDATED"), std::string::npos);
+}
+
+TEST(Preview, NamesTheFilesItWasMadeFrom) {
+  const ttr::CPageFolder folder(
+      {{"p.json", R"({"Contents": [{"Include": {"Filename": "i.json"}}, "x.png"]})"}});
+  CPreviewOptions options = optionsFor(folder, {"a.svg"});
+  options.assets = folder.path();
+  const CPreviewModel model = makePreview(options);
+  std::vector<std::string> names;
+  for (const std::string& file : model.files) {
+    EXPECT_TRUE(std::filesystem::path(file).is_absolute());
+    names.push_back(std::filesystem::path(file).filename().string());
+  }
+  EXPECT_EQ(names, (std::vector<std::string>{"p.json", "p.values.json", "values.json", "i.json",
+                                             "x.png"}));
+}
+
+TEST(Rsvg, MakesAPng) {
+  const std::string png = ttr::pngFromSvg(
+      R"(<svg xmlns="http://www.w3.org/2000/svg" width="3" height="2"><rect width="3"/></svg>)");
+  ASSERT_GE(png.size(), 24U);
+  EXPECT_EQ(png.substr(0, 8), "\x89PNG\r\n\x1A\n");
+  EXPECT_EQ(png.substr(16, 8), std::string("\0\0\0\3\0\0\0\2", 8));
+}
+
+TEST(Rsvg, TellsItsReason) {
+  try {
+    ttr::pngFromSvg("no XML");
+    FAIL();
+  } catch (const ttr::CToolError& error) {
+    EXPECT_EQ(std::string(error.what()).rfind("rsvg-convert: ", 0), 0U);
+    EXPECT_GT(error.reason().size(), 10U);
+  }
+}
+
+TEST(Rsvg, SaysWhenTheProgramIsMissing) {
+  const std::string path = std::getenv("PATH");
+  ::setenv("PATH", "/nowhere", 1);
+  std::string reason;
+  try {
+    ttr::pngFromSvg("<svg/>");
+  } catch (const ttr::CToolError& error) {
+    reason = error.what();
+  }
+  ::setenv("PATH", path.c_str(), 1);
+  EXPECT_EQ(reason,
+            "rsvg-convert: not found; PNG pictures need it (Debian: apt install librsvg2-bin)");
+}
+
+}  // namespace

@@ -1,0 +1,177 @@
+// The pages in tests/schema/ and elsewhere against the schema. Beside a wrong page stands what must
+// be found in it, a line for each fault: its JSON pointer, a colon, a blank, the message.
+#include "schema/schema_check.h"
+
+#include <gtest/gtest.h>
+
+#include <algorithm>
+#include <filesystem>
+#include <fstream>
+#include <iterator>
+#include <set>
+#include <string>
+#include <vector>
+
+#include "schema/template_schema.h"
+#include "support/json.h"
+
+namespace {
+
+namespace fs = std::filesystem;
+
+const fs::path source = TTR_SOURCE_DIR;
+
+std::string textOf(const fs::path& path) {
+  std::ifstream file(path, std::ios::binary);
+  return {std::istreambuf_iterator<char>(file), {}};
+}
+
+std::vector<std::string> linesOf(const fs::path& path) {
+  std::vector<std::string> lines;
+  std::ifstream file(path);
+  for (std::string line; std::getline(file, line);) lines.push_back(line);
+  std::sort(lines.begin(), lines.end());
+  return lines;
+}
+
+std::vector<std::string> faultsOf(const std::string& page) {
+  std::vector<std::string> lines;
+  for (const ttr::CSchemaFault& fault : ttr::schemaFaults(Parse(page))) {
+    lines.push_back(fault.pointer.Text() + ": " + fault.message);
+  }
+  std::sort(lines.begin(), lines.end());
+  return lines;
+}
+
+std::vector<fs::path> filesWith(const std::string& extension, const fs::path& directory) {
+  std::vector<fs::path> files;
+  for (const fs::directory_entry& entry : fs::directory_iterator(directory)) {
+    if (entry.path().extension() == extension) files.push_back(entry.path());
+  }
+  return files;
+}
+
+void addMessages(const Json::Value& schema, std::set<std::string>& messages) {
+  if (!schema.isObject() && !schema.isArray()) return;
+  if (schema.isObject() && schema["errorMessage"].isString()) {
+    messages.insert(schema["errorMessage"].asString());
+  }
+  for (const Json::Value& part : schema) addMessages(part, messages);
+}
+
+using Lines = std::vector<std::string>;
+
+TEST(SchemaCheck, FindsWhatIsWrongInTheWrongPages) {
+  const std::vector<fs::path> pages = filesWith(".json", source / "tests/schema/wrong");
+  EXPECT_GE(pages.size(), 25U);
+  for (const fs::path& page : pages) {
+    SCOPED_TRACE(page.filename());
+    const Lines expected = linesOf(fs::path(page).replace_extension(".faults"));
+    EXPECT_FALSE(expected.empty());
+    EXPECT_EQ(faultsOf(textOf(page)), expected);
+  }
+}
+
+TEST(SchemaCheck, WrongPagesShowEveryMessageOfTheSchema) {
+  std::set<std::string> shown;
+  for (const fs::path& faults : filesWith(".faults", source / "tests/schema/wrong")) {
+    for (const std::string& line : linesOf(faults)) shown.insert(line.substr(line.find(": ") + 2));
+  }
+  std::set<std::string> messages;
+  addMessages(Parse(ttr::templateSchema), messages);
+  EXPECT_EQ(shown, messages);
+}
+
+/// What is wrong on purpose in the page of the case folder `name`; nothing in most of them.
+Lines onPurpose(const fs::path& name) {
+  return linesOf(fs::path(source / "tests/schema/on_purpose" / name).concat(".faults"));
+}
+
+TEST(SchemaCheck, FindsInTheExamplesOnlyWhatIsWrongOnPurpose) {
+  int pages = 0;
+  for (const fs::directory_entry& folder : fs::directory_iterator(source / "examples")) {
+    if (!folder.is_directory()) continue;
+    for (const fs::path& page : filesWith(".json", folder)) {
+      if (textOf(page).find("\"Contents\"") == std::string::npos) continue;  // values
+      SCOPED_TRACE(page);
+      const bool isTemplate = page.filename() == "template.json";
+      EXPECT_EQ(faultsOf(textOf(page)), isTemplate ? onPurpose(folder.path().filename()) : Lines());
+      ++pages;
+    }
+  }
+  EXPECT_GE(pages, 9);
+}
+
+TEST(SchemaCheck, FindsInTheGoldenPagesOnlyWhatIsWrongOnPurpose) {
+  int pages = 0;
+  for (const fs::directory_entry& folder : fs::directory_iterator(source / "tests/golden")) {
+    SCOPED_TRACE(folder.path().filename());
+    EXPECT_EQ(faultsOf(textOf(folder.path() / "template.json")),
+              onPurpose(folder.path().filename()));
+    ++pages;
+  }
+  EXPECT_GE(pages, 8);
+}
+
+/// The pages of a document that write no diagnostics, and so are meant to be right.
+std::vector<std::string> cleanTemplates(const fs::path& document) {
+  std::vector<std::string> templates;
+  const std::string text = textOf(document);
+  const std::string fence = "\n```";
+  const std::string diagnostics = "\n```\n```text diagnostics\n";
+  for (std::size_t at = 0; (at = text.find("\n```json template", at)) != std::string::npos;) {
+    const std::size_t begin = text.find('\n', at + 1) + 1;
+    const std::size_t end = text.find(fence, begin);
+    const std::size_t result = text.find("\n```json result\n", end);
+    const std::size_t resultEnd = text.find(fence, result + fence.size());
+    at = end + fence.size();
+    if (text.compare(resultEnd, diagnostics.size(), diagnostics) == 0) continue;
+    templates.push_back(text.substr(begin, end - begin));
+  }
+  return templates;
+}
+
+TEST(SchemaCheck, FindsNothingInTheDocumentsWhereTheLibraryFindsNothing) {
+  int pages = 0;
+  for (const char* document : {"README.md", "docs/template-format.md", "docs/diagnostics.md"}) {
+    for (const std::string& page : cleanTemplates(source / document)) {
+      SCOPED_TRACE(page);
+      EXPECT_EQ(faultsOf(page), Lines());
+      ++pages;
+    }
+  }
+  EXPECT_GE(pages, 10);
+}
+
+TEST(SchemaCheck, UnknownMembersAndEntriesAreLegal) {
+  EXPECT_EQ(faultsOf(R"({"$schema": "s.json", "Author": 5, "Contents": [
+      {"Bouds": "x", "Contents": [5, null, true, ["A"], "text"]},
+      {"If": {"Condition": null, "Equals": {}, "else": [], "Contents": []}},
+      {"Loop": {"List": [], "Layout": [[[0, 0]]], "Rows": "many", "Contents": []}}]})"),
+            Lines());
+}
+
+TEST(SchemaCheck, OfAReplacedElementOnlyWhatCountsIsLookedAt) {
+  EXPECT_EQ(faultsOf(R"({"Contents": [
+      {"Include": {"Filename": "a.json"}, "Display": "red", "Play": 3, "Frame": 5}]})"),
+            Lines());
+}
+
+TEST(SchemaCheck, LongTextsDoNotEndIt) {
+  const std::string length(300000, '1');
+  for (const std::string& text : {length, std::string(300000, ' '), '#' + length, length + "%"}) {
+    EXPECT_EQ(faultsOf("{\"Contents\": [{\"Bounds\": [\"" + text + "\"]}]}").size(), 1U);
+  }
+}
+
+TEST(SchemaCheck, DeepPagesDoNotEndIt) {
+  constexpr int depth = 490;  // of two levels each, of the 1000 that the reader allows
+  std::string page = "{\"Contents\": [";
+  for (int level = 0; level < depth; ++level) page += "{\"Contents\": [";
+  page += "{\"Play\": 5}";
+  for (int level = 0; level < depth; ++level) page += "]}";
+  page += "]}";
+  EXPECT_EQ(faultsOf(page).size(), 1U);
+}
+
+}  // namespace

@@ -1,0 +1,199 @@
+// `ttr check`: everything that is wrong with pages, each fault with its place.
+#include "check/check_command.h"
+
+#include <unistd.h>
+
+#include <CLI/CLI.hpp>
+#include <cstddef>
+#include <iostream>
+#include <memory>
+#include <string>
+#include <vector>
+
+#include "check/check_report.h"
+#include "check/fault.h"
+#include "check/fault_list.h"
+#include "check/page_search.h"
+#include "files.h"
+#include "output_options.h"
+#include "page_options.h"
+#include "tool_error.h"
+
+namespace ttr {
+namespace {
+
+struct CCheckOptions {
+  std::vector<std::string> paths;
+  CPageOptions page;
+  std::string passes = "1";
+  std::string format = "text";
+  std::size_t maxWarnings = 0;
+  std::string outputFile;
+  COutputOptions output;
+};
+
+CPageOptions optionsFor(const CCheckOptions& options, const std::string& page) {
+  CPageOptions ofPage = options.page;
+  ofPage.page = page;
+  return ofPage;
+}
+
+CPasses passesOf(const CCheckOptions& options, CPageRunner& page) {
+  if (options.passes != "all") {
+    const auto pass = static_cast<unsigned>(std::stoul(options.passes));
+    return {pass, pass};
+  }
+  page.Run({}, 1);  // makes known which files are included
+  return {1, page.PassesUntilRepeat()};
+}
+
+/// The files that the page includes, as the user would name them. A page that cannot be run is told
+/// of when it is checked.
+std::vector<std::string> includesOf(const CPageOptions& options) {
+  std::vector<std::string> files;
+  try {
+    CPageRunner page(options);
+    page.Run({}, 1);
+    for (const std::string& name : page.includedFiles()) {
+      if (const CSourceFile* source = page.IncludedFile(name)) files.push_back(source->name());
+    }
+  } catch (const CToolError&) {
+    return {};
+  }
+  return files;
+}
+
+std::vector<CFoundPage> pagesToCheck(const CCheckOptions& options) {
+  const std::vector<CFoundPage> pages = findPages(options.paths);
+  if (options.page.values == "-" && pages.size() != 1) {
+    throw CToolError("standard input", "can be the values of one page only");
+  }
+  if (pages.size() == 1) return pages;
+  std::vector<CPageIncludes> includes;
+  for (const CFoundPage& page : pages) {
+    const bool readable = page.path != "-";  // only once
+    includes.push_back(
+        {page, readable ? includesOf(optionsFor(options, page.path)) : std::vector<std::string>()});
+  }
+  return withoutIncluded(includes);
+}
+
+void addPage(const CCheckOptions& options, const std::string& path, CCheckReport& report,
+             CFaultList& faults) {
+  try {
+    CPageRunner page(optionsFor(options, path));
+    for (const CFault& fault : findFaults(page, passesOf(options, page))) faults.Add(fault);
+    report.texts[page.pageFile().name()] = page.pageFile().text();
+    for (const std::string& name : page.includedFiles()) {
+      const CSourceFile* source = page.IncludedFile(name);
+      if (source != nullptr) report.texts[source->name()] = source->text();
+    }
+  } catch (const CToolError& error) {
+    report.failures.push_back(error.what());
+  }
+}
+
+CCheckReport checkPages(const CCheckOptions& options) {
+  CCheckReport report;
+  CFaultList faults;
+  for (const CFoundPage& page : pagesToCheck(options)) {
+    report.pages.push_back(page.path);
+    addPage(options, page.path, report, faults);
+  }
+  report.faults = faults.Sorted();
+  return report;
+}
+
+int exitCodeOf(const CCheckReport& report, std::size_t maxWarnings) {
+  if (!report.failures.empty()) return 2;
+  const bool tolerated =
+      report.Count(CFault::levelError) == 0 && report.Count(CFault::levelWarning) <= maxWarnings;
+  return tolerated ? 0 : 1;
+}
+
+void writeSummary(const CCheckReport& report) {
+  std::cerr << "ttr: " << counted(report.pages.size(), "page")
+            << " checked: " << counted(report.Count(CFault::levelError), "error") << ", "
+            << counted(report.Count(CFault::levelWarning), "warning") << std::endl;
+}
+
+int runCheck(const CCheckOptions& options, const std::string& version) {
+  const CCheckReport report = checkPages(options);
+  const int exitCode = exitCodeOf(report, options.maxWarnings);
+  const bool toFile = !options.outputFile.empty() && options.outputFile != "-";
+  const bool color =
+      useColor(options.output, STDOUT_FILENO) && (!toFile || options.output.color == "always");
+  std::string text;
+  if (options.format == "json") {
+    text = jsonReport(report);
+  } else if (options.format == "sarif") {
+    text = sarifReport(report, version, exitCode);
+  } else {
+    text = textReport(report, color);
+  }
+  if (toFile) {
+    writeFile(options.outputFile, text);
+  } else {
+    writeStandardOutput(text);
+  }
+  for (const std::string& failure : report.failures) {
+    std::cerr << "ttr: " << oneLine(failure) << std::endl;
+  }
+  if (!options.output.quiet) writeSummary(report);
+  return exitCode;
+}
+
+/// "all", or a number of at least 1.
+std::string passesFault(const std::string& text) {
+  const bool digits = text.find_first_not_of("0123456789") == std::string::npos;
+  if (text == "all" || (digits && !text.empty() && text.size() < 10 && std::stoul(text) > 0)) {
+    return "";
+  }
+  return text + " is neither a number of at least 1 nor all";
+}
+
+constexpr char footer[] = R"(Examples:
+  ttr check lobby.json --values lobby.values.json
+  ttr check pages --chdir pages --pass all
+  ttr check pages --format sarif -o faults.sarif
+  ttr check - --max-warnings 3 < lobby.json
+
+PATH is a page or a folder. The pages of a folder, and of the folders in it, are its *.json files
+with "Page" or "Contents", or with a JSON error, but not the results that 'ttr test' expects. Files
+that another page includes are checked as part of it. Each fault is told once, with the times that
+the library meets it; columns count from 1 in bytes, in SARIF in UTF-16 units. An error keeps the
+page, an element or its contents from being shown; all else is a warning.
+
+Exit code: 0 when nothing is wrong, or no more than the warnings of --max-warnings; 1 for faults;
+2 when the command could not be carried out.)";
+
+void addCheckOptions(CLI::App& command, CCheckOptions& options) {
+  command.add_option("PATH", options.paths, "Pages and folders, - for standard input")->required();
+  addSharedPageOptions(command, options.page);
+  command.add_option("--pass", options.passes, "Check the Nth pass, or all until they repeat")
+      ->type_name("N|all")
+      ->check(CLI::Validator(passesFault, "", ""));
+  command.add_option("--format", options.format, "Form of the report: text (default), json, sarif")
+      ->type_name("FORMAT")
+      ->check(CLI::IsMember({"text", "json", "sarif"}));
+  command.add_option("--max-warnings", options.maxWarnings, "Tolerate this many warnings")
+      ->type_name("N");
+  command.add_option("-o,--output", options.outputFile, "Write the report to this file")
+      ->type_name("FILE");
+  addOutputOptions(command, options.output);
+  command.footer(footer);
+}
+
+}  // namespace
+
+void addCheckCommand(CLI::App& app, int* exitCode) {
+  auto options = std::make_shared<CCheckOptions>();
+  CLI::App* command = app.add_subcommand("check", "Tell what is wrong with pages, and where");
+  addCheckOptions(*command, *options);
+  command->callback([options, exitCode, &app] {
+    const std::string name = app.get_name() + ' ';
+    *exitCode = runCheck(*options, app.version().substr(name.size()));
+  });
+}
+
+}  // namespace ttr

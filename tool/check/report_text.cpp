@@ -1,0 +1,52 @@
+#include <json/writer.h>
+
+#include <algorithm>
+
+#include "check/check_report.h"
+#include "output_options.h"
+
+namespace ttr {
+
+std::size_t CCheckReport::Count(CFault::eLevel level) const {
+  const auto count = std::count_if(faults.begin(), faults.end(),
+                                   [level](const CFault& fault) { return fault.level == level; });
+  return static_cast<std::size_t>(count);
+}
+
+const char* levelName(CFault::eLevel level) {
+  return level == CFault::levelError ? "error" : "warning";
+}
+
+std::string counted(std::size_t count, const std::string& noun) {
+  return std::to_string(count) + ' ' + noun + (count == 1 ? "" : "s");
+}
+
+std::string faultText(const CFault& fault) {
+  std::string text = fault.message;
+  if (!fault.suggestion.empty()) text += " (" + fault.suggestion + ')';
+  if (fault.count > 1) text += " (" + counted(fault.count, "time") + ')';
+  return text;
+}
+
+std::string textReport(const CCheckReport& report, bool color) {
+  std::string text;
+  for (const CFault& fault : report.faults) {
+    const eTextStyle style = fault.level == CFault::levelError ? styleRed : styleYellow;
+    text += styled(fault.place.Text() + ':', styleBold, color) + ' ' +
+            styled(std::string(levelName(fault.level)) + ':', style, color) + ' ' +
+            faultText(fault) + " [" + fault.code + "]\n";
+    for (const CPlace& place : fault.includedFrom) {
+      text += styled(place.Text() + ':', styleBold, color) + ' ' +
+              styled("note:", styleCyan, color) + " included from here\n";
+    }
+  }
+  return text;
+}
+
+std::string indentedText(const Json::Value& value) {
+  Json::StreamWriterBuilder writer;
+  writer["indentation"] = "  ";
+  return Json::writeString(writer, value) + '\n';
+}
+
+}  // namespace ttr

@@ -1,0 +1,107 @@
+// `ttr diff`: two pages in, and out what differs on the screen.
+#include "diff/diff_command.h"
+
+#include <unistd.h>
+
+#include <CLI/CLI.hpp>
+#include <memory>
+#include <string>
+#include <utility>
+
+#include "diff/compared_page.h"
+#include "diff/difference_report.h"
+#include "files.h"
+#include "output_options.h"
+#include "page_options.h"
+#include "tool_error.h"
+
+namespace ttr {
+namespace {
+
+struct CDiffOptions {
+  CPageOptions page;
+  std::string other;
+  bool resolved = false;
+  std::string format = "text";
+  std::string outputFile;
+  COutputOptions output;
+};
+
+CComparedPages comparePages(const CDiffOptions& options) {
+  if (options.page.page == "-" && options.other == "-") {
+    throw CToolError("standard input", "cannot be both pages");
+  }
+  CPageOptions other = options.page;
+  other.page = options.other;
+  CComparedPages pages;
+  pages.before =
+      options.resolved ? readResolvedPage(options.page.page) : resolvedPage(options.page);
+  pages.after = options.resolved ? readResolvedPage(options.other) : resolvedPage(other);
+  pages.differences = pageDifferences(pages.before.document, pages.after.document);
+  return pages;
+}
+
+std::string reportText(const CComparedPages& pages, const std::string& format, bool color) {
+  if (format == "json") return jsonReport(pages);
+  return format == "html" ? htmlReport(pages) : textReport(pages, color);
+}
+
+int runDiff(const CDiffOptions& options) {
+  const CComparedPages pages = comparePages(options);
+  const bool toFile = !options.outputFile.empty() && options.outputFile != "-";
+  const bool color =
+      useColor(options.output, STDOUT_FILENO) && (!toFile || options.output.color == "always");
+  const std::string report = reportText(pages, options.format, color);
+  if (toFile) {
+    writeFile(options.outputFile, report);
+  } else if (!options.output.quiet) {
+    writeStandardOutput(report);
+  }
+  return pages.differences.empty() ? 0 : 1;
+}
+
+/// What has been resolved does not depend on these any more.
+void refusePageOptions(const CLI::App& command) {
+  for (const char* option : {"--values", "--size", "--pass", "--chdir", "--root"}) {
+    if (command.count(option) > 0) throw CToolError(option, "has no meaning with --resolved");
+  }
+}
+
+constexpr char footer[] = R"(Examples:
+  ttr diff old.json new.json --values values.json
+  ttr diff old.json new.json --format html -o difference.html
+  git show HEAD:lobby.json | ttr diff - lobby.json --values values.json
+  ttr diff --resolved lobby.resolved.json lobby.resolved.new.json
+
+PAGE and OTHER are templates, and are resolved with the same options; without --values each with
+the values beside it. With --resolved they are results of 'ttr resolve', compared as they are. A
+difference is told with the entry's place in OTHER, or in PAGE when only that has it, and its
+pointer in the resolved page. Entries are matched by their likeness. What moved along with the
+element around it is counted there. As text, equal pages print nothing.
+
+Exit code: 0 when the resolved pages are equal, 1 when they differ, 2 when the command could not be
+carried out.)";
+
+}  // namespace
+
+void addDiffCommand(CLI::App& app, int* exitCode) {
+  auto options = std::make_shared<CDiffOptions>();
+  CLI::App* command = app.add_subcommand("diff", "Tell what differs between two pages on screen");
+  addPageOptions(*command, options->page);
+  command->add_option("OTHER", options->other, "The page to compare it with, - for standard input")
+      ->required();
+  command->add_flag("--resolved", options->resolved, "Both pages have been resolved already");
+  command->add_option("--format", options->format, "Form of the report: text (default), json, html")
+      ->type_name("FORMAT")
+      ->check(CLI::IsMember({"text", "json", "html"}));
+  command->add_option("-o,--output", options->outputFile, "Write the report to this file")
+      ->type_name("FILE");
+  addOutputOptions(*command, options->output);
+  command->footer(footer);
+  command->callback([options, exitCode, command] {
+    if (options->resolved) refusePageOptions(*command);
+    *exitCode = runDiff(*options);
+  });
+}
+
+}  // namespace ttr

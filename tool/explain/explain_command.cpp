@@ -1,0 +1,71 @@
+// `ttr explain`: a page and a pointer in, the reasons for what stands there out.
+#include "explain/explain_command.h"
+
+#include <unistd.h>
+
+#include <CLI/CLI.hpp>
+#include <memory>
+#include <string>
+
+#include "TokenTemplateResolver/json_text.h"
+#include "explain/explanation.h"
+#include "files.h"
+#include "output_options.h"
+#include "page/page_run.h"
+
+namespace ttr {
+namespace {
+
+struct CExplainOptions {
+  CPageOptions page;
+  COutputOptions output;
+  std::string pointer;
+  bool json = false;
+};
+
+int runExplain(const CExplainOptions& options) {
+  const CJsonPointer pointer = CJsonPointer::Parse(options.pointer);
+  const std::string values = valuesFile(options.page);
+  CPageRunner page(options.page);
+  const CExplanation explanation = explain(page, options.page.pass, values, pointer);
+  const int code = explanation.HasFaults() ? 1 : 0;
+  if (options.output.quiet) return code;
+  if (options.json) {
+    writeStandardOutput(jsoncpp_string::toString(explanationJson(explanation)) + '\n');
+  } else {
+    writeStandardOutput(explanationText(explanation, useColor(options.output, STDOUT_FILENO)));
+  }
+  return code;
+}
+
+constexpr char examples[] = R"(Examples:
+  ttr explain lobby.json /Page/Contents/3
+  ttr explain lobby.json /Page/Contents/3/If/Contents/0 --pass 2
+  ttr explain lobby.json /Page/Contents/3 --json
+
+The answer comes first: why the element is what it is, or why it is null. What follows tells where
+it stands in its template, what became of each token, of the operands of an If, of the range of a
+Loop and of the Bounds, and what the library wrote about it. POINTER is looked up in the resolved
+page, as `ttr resolve` prints it; when it is not there, in PAGE itself, and then the first copy of
+what a loop repeats is explained.
+
+Exit code: 0 explained, 1 when the library found a fault in the element, 2 when the command could
+not be carried out.)";
+
+}  // namespace
+
+void addExplainCommand(CLI::App& app, int* exitCode) {
+  auto options = std::make_shared<CExplainOptions>();
+  CLI::App* command =
+      app.add_subcommand("explain", "Tell why an element is what it is, or is null");
+  addPageOptions(*command, options->page);
+  command
+      ->add_option("POINTER", options->pointer, "JSON pointer to the element, such as /Contents/2")
+      ->required();
+  command->add_flag("--json", options->json, "Print all of it as one JSON object");
+  addOutputOptions(*command, options->output);
+  command->footer(examples);
+  command->callback([options, exitCode] { *exitCode = runExplain(*options); });
+}
+
+}  // namespace ttr

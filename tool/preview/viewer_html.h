@@ -1,0 +1,13 @@
+#ifndef TOOL_PREVIEW_VIEWER_HTML_H
+#define TOOL_PREVIEW_VIEWER_HTML_H
+
+#include <string>
+
+namespace ttr {
+
+/// The text of viewer/viewer.html, which is part of the program.
+std::string viewerHtml();
+
+}  // namespace ttr
+
+#endif  // TOOL_PREVIEW_VIEWER_HTML_H

@@ -1,0 +1,81 @@
+// `ttr test`: case folders in, and out which of them do not give what they are expected to.
+#include "test/test_command.h"
+
+#include <unistd.h>
+
+#include <CLI/CLI.hpp>
+#include <algorithm>
+#include <memory>
+#include <string>
+#include <vector>
+
+#include "files.h"
+#include "output_options.h"
+#include "test/case_folder.h"
+#include "test/test_report.h"
+#include "tool_error.h"
+
+namespace ttr {
+namespace {
+
+struct CTestOptions {
+  std::string directory;
+  bool update = false;
+  std::string junit;
+  COutputOptions output;
+};
+
+int runTest(const CTestOptions& options) {
+  const std::vector<std::string> folders = findCases(options.directory);
+  if (folders.empty()) throw CToolError(options.directory, "no folder with a template.json in it");
+  const bool color = useColor(options.output, STDOUT_FILENO);
+  const bool silent = options.output.quiet || options.junit == "-";
+  std::vector<CCaseResult> results;
+  for (const std::string& folder : folders) {
+    results.push_back(options.update ? updateCase(folder) : checkCase(folder));
+    if (!silent) writeStandardOutput(caseReport(results.back(), color));
+  }
+  if (!silent) writeStandardOutput(summary(results, color));
+  const std::string report = junitReport(options.directory, results);
+  if (options.junit == "-") {
+    writeStandardOutput(report);
+  } else if (!options.junit.empty()) {
+    writeFile(options.junit, report);
+  }
+  const bool failed = std::any_of(results.begin(), results.end(), [](const CCaseResult& result) {
+    return !result.failure.empty();
+  });
+  return failed ? 1 : 0;
+}
+
+constexpr char footer[] = R"(A case is a folder below DIR, or DIR itself, with these files:
+  template.json   the page; its relative includes start from the folder
+  values.json     the values of its tokens; none without it
+  options         size=WIDTHxHEIGHT and pass=N, as for 'ttr resolve'; size=0x0 for no screen
+  expected.json   the resolved page, however indented; empty for a page that ends in an exception
+  expected.err    the library's lines on standard error; none without it. A page that ends in an
+                  exception has the last line 'exception: ' and its text.
+
+Examples:
+  ttr test pages
+  ttr test pages --update          # first write, or bring up to date, what is expected
+  ttr test pages --junit report.xml
+
+Exit code: 0 when all cases pass or were updated, 1 when one fails, 2 when the command could not be
+carried out, as for a DIR without any case.)";
+
+}  // namespace
+
+void addTestCommand(CLI::App& app, int* exitCode) {
+  auto options = std::make_shared<CTestOptions>();
+  CLI::App* command = app.add_subcommand("test", "Compare pages with their expected results");
+  command->add_option("DIR", options->directory, "Directory with the case folders")->required();
+  command->add_flag("--update", options->update, "Write what pages give now where it differs");
+  command->add_option("--junit", options->junit, "Write a JUnit report too, - for it alone")
+      ->type_name("FILE");
+  addOutputOptions(*command, options->output);
+  command->footer(footer);
+  command->callback([options, exitCode] { *exitCode = runTest(*options); });
+}
+
+}  // namespace ttr
