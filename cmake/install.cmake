@@ -39,5 +39,7 @@ install(FILES tool/completions/ttr.bash RENAME ttr
   DESTINATION ${CMAKE_INSTALL_DATADIR}/bash-completion/completions COMPONENT tools)
 install(FILES tool/completions/_ttr
   DESTINATION ${CMAKE_INSTALL_DATADIR}/zsh/vendor-completions COMPONENT tools)
-install(DIRECTORY examples/lobby examples/departures examples/menu
+install(FILES schema/render-template.schema.json
+  DESTINATION ${CMAKE_INSTALL_DATADIR}/ttr/schema COMPONENT tools)
+install(DIRECTORY examples/lobby examples/departures examples/menu examples/workshop
   DESTINATION ${CMAKE_INSTALL_DATADIR}/ttr/examples COMPONENT tools)
