@@ -19,11 +19,13 @@ need_packages() {
   DEBIAN_FRONTEND=noninteractive apt-get install -y -qq --no-install-recommends "${missing[@]}" >&2
 }
 
-build_packages=(g++ cmake ninja-build ccache libjsoncpp-dev libcli11-dev libvalijson-dev libcivetweb-dev)
+build_packages=(g++ cmake ninja-build ccache
+  libjsoncpp-dev libcli11-dev libvalijson-dev libcivetweb-dev)
 bench_packages=("${build_packages[@]}" libbenchmark-dev valgrind jq time)
 browser_packages=(chromium fonts-dejavu-core)
 fuzz_packages=("${build_packages[@]}" clang-14 libclang-rt-14-dev llvm-14)
-test_packages=("${build_packages[@]}" libgtest-dev locales pkg-config python3 curl vim)
+test_packages=("${build_packages[@]}" libgtest-dev locales pkg-config
+  librsvg2-bin fonts-dejavu-core python3 curl vim)
 
 # need_arm_packages: the cross compiler, QEMU, and JsonCpp for the target.
 need_arm_packages() {

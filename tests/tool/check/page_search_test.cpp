@@ -4,6 +4,7 @@
 
 #include <filesystem>
 #include <string>
+#include <utility>
 #include <vector>
 
 #include "tool/support/page_folder.h"
@@ -64,23 +65,29 @@ TEST(PageSearch, AFolderWithoutPagesIsAnError) {
   EXPECT_THROW(ttr::findPages({folder.path()}), ttr::CToolError);
 }
 
-std::vector<std::string> rest(const std::vector<ttr::CPageIncludes>& pages) {
+ttr::CPageIncludes page(const char* path, std::vector<std::string> files, bool named = false) {
+  return {{path, named}, std::move(files)};
+}
+
+/// What is left of one page and another.
+std::vector<std::string> rest(const ttr::CPageIncludes& one, const ttr::CPageIncludes& other) {
   std::vector<std::string> paths;
-  for (const ttr::CFoundPage& page : ttr::withoutIncluded(pages)) paths.push_back(page.path);
+  for (const ttr::CFoundPage& left : ttr::withoutIncluded({one, other})) paths.push_back(left.path);
   return paths;
 }
 
 TEST(PageSearch, IncludedPagesAreLeftToThePageThatIncludesThem) {
-  EXPECT_EQ(rest({{{"head.json", false}, {}}, {{"page.json", false}, {"./head.json"}}}),
-            (std::vector<std::string>{"page.json"}));
-  EXPECT_EQ(rest({{{"head.json", true}, {}}, {{"page.json", false}, {"head.json"}}}),
+  const ttr::CPageIncludes includer = page("page.json", {"./head.json"});
+  EXPECT_EQ(rest(page("head.json", {}), includer), std::vector<std::string>{"page.json"});
+  EXPECT_EQ(rest(page("head.json", {}, true), includer),
             (std::vector<std::string>{"head.json", "page.json"}));
 }
 
 TEST(PageSearch, OfPagesThatIncludeEachOtherTheFirstStays) {
-  EXPECT_EQ(rest({{{"a.json", false}, {"b.json", "a.json"}}, {{"b.json", false}, {"a.json"}}}),
-            (std::vector<std::string>{"a.json"}));
-  EXPECT_EQ(rest({{{"a.json", false}, {"a.json"}}}), (std::vector<std::string>{"a.json"}));
+  EXPECT_EQ(rest(page("a.json", {"b.json", "a.json"}), page("b.json", {"a.json"})),
+            std::vector<std::string>{"a.json"});
+  EXPECT_EQ(rest(page("a.json", {"a.json"}), page("b.json", {})),
+            (std::vector<std::string>{"a.json", "b.json"}));
 }
 
 }  // namespace

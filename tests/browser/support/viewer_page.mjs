@@ -1,0 +1,123 @@
+// Opens pages of the viewer in a browser, and watches what they do.
+import assert from 'node:assert/strict';
+import {spawnSync} from 'node:child_process';
+import {mkdtempSync, readFileSync, rmSync, writeFileSync} from 'node:fs';
+import {tmpdir} from 'node:os';
+import {dirname, join, resolve} from 'node:path';
+import {fileURLToPath, pathToFileURL} from 'node:url';
+import {chromium} from 'playwright-core';
+
+export const root = resolve(dirname(fileURLToPath(import.meta.url)), '../../..');
+const ttr = resolve(root, process.env.TTR || 'build/dev/tool/ttr');
+const viewer = join(root, 'tool/preview/viewer/viewer.html');
+
+/** The viewer around a model, as the tool writes it. */
+export function viewerWith(model) {
+  const data = JSON.stringify(model).replace(/</g, '\\u003c');
+  const script = `<script type="application/json" id="model">${data}</script>`;
+  const [before, after] = readFileSync(viewer, 'utf8').split('<!--MODEL-->');
+  assert.ok(after, 'the viewer has a place for its data');
+  return before + script + after;
+}
+
+/** The browser of one test file, with the files that its pages are read from. */
+export class TestBrowser {
+  async start() {
+    this.directory = mkdtempSync(join(tmpdir(), 'viewer-'));
+    this.browser = await chromium.launch({
+      executablePath: process.env.CHROMIUM || '/usr/bin/chromium',
+      args: ['--no-sandbox', '--force-color-profile=srgb', '--font-render-hinting=none'],
+    });
+  }
+
+  async stop() {
+    if (this.browser) await this.browser.close();
+    if (this.directory) rmSync(this.directory, {recursive: true});
+  }
+
+  /** A page of the viewer that shows `model`. */
+  open(model, options) {
+    return this.openText(viewerWith(model), options);
+  }
+
+  /** The page that `ttr preview` writes for a page of the examples. */
+  openExample(name, previewOptions, options) {
+    const directory = join(root, 'examples', name);
+    return this.openPreview(
+      directory,
+      ['template.json', '--values', 'values.json', ...previewOptions],
+      options,
+    );
+  }
+
+  /** The page that `ttr preview` writes for a page of its own. */
+  openTemplate(template, values, options) {
+    const directory = mkdtempSync(join(this.directory, 'template-'));
+    writeFileSync(join(directory, 'page.json'), template);
+    writeFileSync(join(directory, 'values.json'), JSON.stringify(values));
+    return this.openPreview(directory, ['page.json', '--values', 'values.json'], options);
+  }
+
+  openPreview(directory, previewArguments, options) {
+    const output = join(this.directory, 'preview.html');
+    rmSync(output, {force: true});
+    const run = spawnSync(ttr, ['preview', ...previewArguments, '-o', output], {
+      cwd: directory,
+      encoding: 'utf8',
+    });
+    assert.ok(run.status === 0 || run.status === 1, `${ttr}: ${run.error || run.stderr}`);
+    return this.openText(readFileSync(output, 'utf8'), options);
+  }
+
+  openText(html, options) {
+    const file = join(this.directory, `page-${Math.random().toString(36).slice(2)}.html`);
+    writeFileSync(file, html);
+    return this.openUrl(pathToFileURL(file).href, options);
+  }
+
+  /** @param {object} options of the browser's context: viewport, colorScheme, ... */
+  async openUrl(url, options = {}) {
+    const context = await this.browser.newContext({
+      viewport: {width: 1280, height: 800},
+      ...options,
+    });
+    const page = await context.newPage();
+    page.setDefaultTimeout(15000);
+    page.complaints = [];
+    page.requests = [];
+    page.on('console', (message) => page.complaints.push(`${message.type()}: ${message.text()}`));
+    page.on('pageerror', (error) => page.complaints.push(String(error)));
+    page.on('request', (request) => page.requests.push(request.url()));
+    await page.goto(url);
+    return page;
+  }
+}
+
+/** Closes a page, after making sure that it was content and asked for nothing but itself. */
+export async function closeQuietly(page) {
+  const [own] = page.url().split('#');
+  const foreign = page.requests.filter((url) => url !== own && !url.startsWith('data:'));
+  assert.deepEqual(page.complaints, []);
+  assert.deepEqual(foreign, []);
+  assert.ok(page.requests.length > 0, 'requests are seen at all');
+  await page.context().close();
+}
+
+/** The text of the details, one line for each entry. */
+export const details = (page) => page.locator('#details').innerText();
+
+/** The label of the selected row, '' without one. */
+export async function selectedLabel(page) {
+  const row = page.locator('[role=treeitem][aria-selected=true]');
+  assert.ok((await row.count()) <= 1, 'one row at most is selected');
+  return (await row.count()) ? row.locator('.label').innerText() : '';
+}
+
+/** The middle of an element's drawing, in the window. */
+export async function middleOf(page, id) {
+  const box = await page.locator(`#picture [data-id="${id}"] > rect`).first().boundingBox();
+  return {x: box.x + box.width / 2, y: box.y + box.height / 2};
+}
+
+/** Where the picture lies in the window, and how large it is. */
+export const pictureBox = (page) => page.locator('#picture').boundingBox();
