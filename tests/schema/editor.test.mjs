@@ -4,7 +4,7 @@ import assert from "node:assert/strict";
 import { readFileSync } from "node:fs";
 import { test } from "node:test";
 import languageService from "vscode-json-languageservice";
-import { schema, wrongPages } from "./pages.mjs";
+import { legalPages, schema, wrongPages } from "./pages.mjs";
 
 const { getLanguageService, TextDocument } = languageService;
 
@@ -93,6 +93,29 @@ test("hovering tells what a member means", async () => {
   assert.match(await told(inElement(loop)),
     /^Width of the cells that are given as .*screen units.*Default: 0\\.$/);
   assert.match(await told(inElement('"Bounds": [0, |"5%", 10, 10]')), /^y, the top edge/);
+});
+
+test("the Contents of a Loop keep the case of file names, others do not", async () => {
+  const loop = '"Loop": {"List": "a", "Cont|ents": ["A.PNG"]}';
+  assert.match(await told(inElement(loop)), /is not lowercased/);
+  for (const text of ['"Cont|ents": ["A.PNG"]', '"If": {"Cont|ents": ["A.PNG"]}']) {
+    assert.match(await told(inElement(text)), /and is lowercased if it then ends in \\?\.png/);
+  }
+});
+
+test("only a grid loop is said to need a List for Value", async () => {
+  const text = await told(inElement('"Loop": {"Bounds": [], "Val|ue": "v"}'));
+  assert.match(text, /A grid loop needs "List" for it/);
+});
+
+test("legal values are not marked", async () => {
+  assert.ok(legalPages.length >= 5);
+  for (const { path } of legalPages) {
+    const text = readFileSync(new URL(`../../${path}`, import.meta.url), "utf8");
+    const document = TextDocument.create("file:///page.json", "json", 1, text);
+    const json = service.parseJSONDocument(document);
+    assert.deepEqual(await service.doValidation(document, json), [], path);
+  }
 });
 
 test("wrong values are marked in the words of the schema", async () => {

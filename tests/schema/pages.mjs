@@ -26,6 +26,10 @@ export const wrongPages = list("tests/schema/wrong")
   .map((name) => join("tests/schema/wrong", name))
   .map((path) => page(path, path.replace(/json$/, "faults")));
 
+// They look odd, but are what the library takes without a message.
+export const legalPages = list("tests/schema/legal")
+  .map((name) => page(join("tests/schema/legal", name), "none"));
+
 function foldersIn(path) {
   return list(path).filter((name) => existsSync(join(root, path, name, "template.json")));
 }

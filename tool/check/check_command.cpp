@@ -8,6 +8,7 @@
 #include <iostream>
 #include <memory>
 #include <string>
+#include <system_error>
 #include <vector>
 
 #include "check/check_report.h"
@@ -32,6 +33,9 @@ struct CCheckOptions {
   COutputOptions output;
 };
 
+/// For --pass all: the passes of a page that does not repeat itself.
+constexpr unsigned mostPasses = 1000;
+
 CPageOptions optionsFor(const CCheckOptions& options, const std::string& page) {
   CPageOptions ofPage = options.page;
   ofPage.page = page;
@@ -44,7 +48,12 @@ CPasses passesOf(const CCheckOptions& options, CPageRunner& page) {
     return {pass, pass};
   }
   page.Run({}, 1);  // makes known which files are included
-  return {1, page.PassesUntilRepeat()};
+  const unsigned last = page.PassesUntilRepeat(mostPasses);
+  if (last == mostPasses) {
+    std::cerr << "ttr: " << oneLine(page.pageFile().name()) << ": repeats itself after more than "
+              << mostPasses << " passes; only these were checked" << std::endl;
+  }
+  return {1, last};
 }
 
 /// The files that the page includes, as the user would name them. A page that cannot be run is told
@@ -64,7 +73,7 @@ std::vector<std::string> includesOf(const CPageOptions& options) {
 }
 
 std::vector<CFoundPage> pagesToCheck(const CCheckOptions& options) {
-  const std::vector<CFoundPage> pages = findPages(options.paths);
+  std::vector<CFoundPage> pages = findPages(options.paths);
   if (options.page.values == "-" && pages.size() != 1) {
     throw CToolError("standard input", "can be the values of one page only");
   }
@@ -78,11 +87,27 @@ std::vector<CFoundPage> pagesToCheck(const CCheckOptions& options) {
   return withoutIncluded(includes);
 }
 
+/// `fault`, with the way out when a relative name leads to no file.
+CFault withHint(CFault fault, const CPageOptions& options) {
+  const std::string beginning = "not included: ";
+  if (fault.code != "not-included" || !options.directory.empty()) return fault;
+  const bool absolute = fault.message.compare(beginning.size(), 1, "/") == 0;
+  const std::string missing = std::make_error_code(std::errc::no_such_file_or_directory).message();
+  const bool isMissing = fault.message.size() > missing.size() &&
+                         fault.message.substr(fault.message.size() - missing.size()) == missing;
+  if (!absolute && isMissing) {
+    fault.suggestion = "relative names start from the working directory; --chdir changes it";
+  }
+  return fault;
+}
+
 void addPage(const CCheckOptions& options, const std::string& path, CCheckReport& report,
              CFaultList& faults) {
   try {
     CPageRunner page(optionsFor(options, path));
-    for (const CFault& fault : findFaults(page, passesOf(options, page))) faults.Add(fault);
+    for (const CFault& fault : findFaults(page, passesOf(options, page))) {
+      faults.Add(withHint(fault, options.page));
+    }
     report.texts[page.pageFile().name()] = page.pageFile().text();
     for (const std::string& name : page.includedFiles()) {
       const CSourceFile* source = page.IncludedFile(name);
@@ -117,30 +142,41 @@ void writeSummary(const CCheckReport& report) {
             << counted(report.Count(CFault::levelWarning), "warning") << std::endl;
 }
 
+bool writesFile(const CCheckOptions& options) {
+  return !options.outputFile.empty() && options.outputFile != "-";
+}
+
+std::string reportText(const CCheckOptions& options, const CCheckReport& report,
+                       const std::string& version, int exitCode) {
+  if (options.format == "json") return jsonReport(report);
+  if (options.format == "sarif") return sarifReport(report, version, exitCode);
+  const bool color = useColor(options.output, STDOUT_FILENO) &&
+                     (!writesFile(options) || options.output.color == "always");
+  return textReport(options.output.quiet ? report.OnlyErrors() : report, color);
+}
+
+/// A command that fails leaves the output file as it was.
 int runCheck(const CCheckOptions& options, const std::string& version) {
   const CCheckReport report = checkPages(options);
   const int exitCode = exitCodeOf(report, options.maxWarnings);
-  const bool toFile = !options.outputFile.empty() && options.outputFile != "-";
-  const bool color =
-      useColor(options.output, STDOUT_FILENO) && (!toFile || options.output.color == "always");
-  std::string text;
-  if (options.format == "json") {
-    text = jsonReport(report);
-  } else if (options.format == "sarif") {
-    text = sarifReport(report, version, exitCode);
-  } else {
-    text = textReport(report, color);
-  }
-  if (toFile) {
-    writeFile(options.outputFile, text);
-  } else {
+  const bool failed = !report.failures.empty();
+  const std::string text = reportText(options, report, version, exitCode);
+  if (!writesFile(options)) {
     writeStandardOutput(text);
+  } else if (!failed) {
+    writeFile(options.outputFile, text);
   }
   for (const std::string& failure : report.failures) {
     std::cerr << "ttr: " << oneLine(failure) << std::endl;
   }
-  if (!options.output.quiet) writeSummary(report);
+  if (!options.output.quiet && !failed) writeSummary(report);
   return exitCode;
+}
+
+/// A number, and none below 0, which would be taken for a very large one.
+std::string countFault(const std::string& text) {
+  const bool digits = text.find_first_not_of("0123456789") == std::string::npos;
+  return digits && !text.empty() && text.size() < 10 ? "" : text + " is no number of at least 0";
 }
 
 /// "all", or a number of at least 1.
@@ -177,7 +213,8 @@ void addCheckOptions(CLI::App& command, CCheckOptions& options) {
       ->type_name("FORMAT")
       ->check(CLI::IsMember({"text", "json", "sarif"}));
   command.add_option("--max-warnings", options.maxWarnings, "Tolerate this many warnings")
-      ->type_name("N");
+      ->type_name("N")
+      ->check(CLI::Validator(countFault, "", ""));
   command.add_option("-o,--output", options.outputFile, "Write the report to this file")
       ->type_name("FILE");
   addOutputOptions(command, options.output);

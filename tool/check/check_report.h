@@ -20,6 +20,8 @@ struct CCheckReport {
   std::map<std::string, std::string> texts;  ///< of the files, by the names that places have
 
   std::size_t Count(CFault::eLevel level) const;
+  /// The same without warnings.
+  CCheckReport OnlyErrors() const;
 };
 
 /// "error", "warning".

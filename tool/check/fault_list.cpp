@@ -15,10 +15,25 @@ void CFaultList::Add(const CFault& fault) {
   }
 }
 
+void CFaultList::Add(const CFaultList& other) {
+  std::vector<std::string> files(other.m_fileOrder.size());
+  for (const auto& [file, turn] : other.m_fileOrder) files[turn] = file;
+  for (const std::string& file : files) AddFile(file);
+  for (const CFault& fault : other.m_faults) Add(fault);
+}
+
 bool CFaultList::Has(const std::string& file, const CJsonPointer& pointer) const {
   return std::any_of(m_faults.begin(), m_faults.end(), [&](const CFault& fault) {
     return fault.place.file == file && fault.pointer == pointer;
   });
+}
+
+void CFaultList::Reword(const std::string& file, const CJsonPointer& pointer,
+                        const std::string& code, const std::string& message) {
+  for (CFault& fault : m_faults) {
+    const bool here = fault.place.file == file && fault.pointer == pointer;
+    if (here && fault.code == code) fault.message = message;
+  }
 }
 
 bool CFaultList::Count(const std::string& message, std::size_t count) {

@@ -17,9 +17,13 @@ class CFaultList {
   /// Without a fault the file still has its turn among the sorted ones.
   void AddFile(const std::string& file) { m_fileOrder.emplace(file, m_fileOrder.size()); }
   void Add(const CFault& fault);
+  void Add(const CFaultList& other);
 
   /// True when there is a fault at this place.
   bool Has(const std::string& file, const CJsonPointer& pointer) const;
+  /// Gives the faults of this code at this place another message.
+  void Reword(const std::string& file, const CJsonPointer& pointer, const std::string& code,
+              const std::string& message);
   /// Adds `count` to the first fault with this message; false when there is none.
   bool Count(const std::string& message, std::size_t count);
 

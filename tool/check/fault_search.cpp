@@ -54,13 +54,16 @@ bool isCode(const std::string& message, const std::string& code) {
   return kindOfMessage(message).code == code;
 }
 
-/// What `message` is about inside of the text `text`: the token, or the words that it repeats.
-std::string blamedPart(const std::string& message, const std::string& text) {
+/// Where in the string at `pointer`, `text`, stands what `message` is about: the token, or the
+/// words that it repeats.
+CPlace placeInText(const CSourceFile& source, const CJsonPointer& pointer, const std::string& text,
+                   const std::string& message) {
   if (isCode(message, "unclosed-token")) {
-    return text.substr(std::min(text.rfind("$("), text.size()));
+    return source.PlaceOfLastPart(pointer, text.substr(std::min(text.rfind("$("), text.size())));
   }
   const bool token = message.find("GetTokenValue") != std::string::npos;
-  return (token ? "$(" : "") + quotedText(message);
+  const std::string quoted = quotedText(message);
+  return source.PlaceOfPart(pointer, token ? "$(" + quoted + ')' : quoted);
 }
 
 CTemplatePlace filenameOf(const CTemplatePlace& element) {
@@ -145,9 +148,35 @@ void CFaultSearch::searchEntries(const CTemplatePlace& contents, Json::ArrayInde
   }
   for (Json::ArrayIndex i = first; i < last; ++i) m_reduced.At(entry(i)) = Json::Value();
   if (last - first == 1 || messages.empty()) return;
+  if (placeTokens(contents, first, last, messages)) return;
   const Json::ArrayIndex middle = first + (last - first) / 2;
   searchEntries(contents, first, middle, before);
   searchEntries(contents, middle, last, before);
+}
+
+/// Finds the entries of unknown tokens without further runs, when all messages are about tokens
+/// that one text each has. False when there are others; then nothing was added.
+bool CFaultSearch::placeTokens(const CTemplatePlace& contents, Json::ArrayIndex first,
+                               Json::ArrayIndex last, const CRunMessages& messages) {
+  if (messages.exception) return false;
+  const Json::Value& entries = original(contents);
+  std::map<std::string, std::size_t> found;
+  for (const auto& [message, count] : messages.counts) {
+    if (message.find("GetTokenValue") == std::string::npos) return false;
+    const std::string token = "$(" + quotedText(message) + ')';
+    std::size_t texts = 0;
+    for (Json::ArrayIndex i = first; i < last; ++i) {
+      if (!entries[i].isString()) return false;
+      if (entries[i].asString().find(token) == std::string::npos) continue;
+      found[message] = i;
+      ++texts;
+    }
+    if (texts != 1) return false;
+  }
+  for (const auto& [message, index] : found) {
+    add({contents.file, contents.pointer / index}, message, messages.Count(message));
+  }
+  return true;
 }
 
 /// Finds the parts of an object that its own messages are about. False when what is inside of it
@@ -194,7 +223,8 @@ void CFaultSearch::searchInclude(const CTemplatePlace& element, const CRunMessag
   m_probe = element;
   const bool whole = blameObject(element, partElement, before);
   m_probe.reset();
-  if (!whole) return;
+  const bool unnamed = m_reduced.At(element)["Play"][0U].isNull();  // taken out: told by now
+  if (!whole || (unnamed && original(element)["Include"].isMember("Filename"))) return;
   const CPageRun probed = m_reduced.Run();
   const CRunMessages probe(probed);
   std::map<std::string, std::size_t> names;
@@ -310,8 +340,7 @@ void CFaultSearch::add(const CTemplatePlace& place, const std::string& message, 
   fault.suggestion = tokenSuggestion(message, m_page.TokenNames());
   const Json::Value* text = fault.pointer.Find(m_page.File(place.file)->document());
   if (text != nullptr && text->isString()) {
-    fault.place =
-        m_page.File(place.file)->PlaceOfPart(fault.pointer, blamedPart(message, text->asString()));
+    fault.place = placeInText(*m_page.File(place.file), fault.pointer, text->asString(), message);
   }
   m_faults.Add(fault);
 }
@@ -334,7 +363,7 @@ void CFaultSearch::addWhatIsLeft(const CRunMessages& whole) {
 }
 
 /// The place in the template, for one in the probe of an Include too.
-CTemplatePlace CFaultSearch::inTemplate(CTemplatePlace place) const {
+CTemplatePlace CFaultSearch::inTemplate(const CTemplatePlace& place) const {
   const bool probe = m_probe && place.pointer.IsBelow(m_probe->pointer / "Play");
   return probe ? filenameOf(*m_probe) : place;
 }

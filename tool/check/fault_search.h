@@ -37,6 +37,8 @@ class CFaultSearch {
   void searchObject(const CTemplatePlace& object, eTemplatePart part, const CRunMessages& before);
   void searchEntries(const CTemplatePlace& contents, Json::ArrayIndex first, Json::ArrayIndex last,
                      const CRunMessages& before);
+  bool placeTokens(const CTemplatePlace& contents, Json::ArrayIndex first, Json::ArrayIndex last,
+                   const CRunMessages& messages);
   bool blameObject(const CTemplatePlace& object, eTemplatePart part, const CRunMessages& before);
   bool repairObject(const CTemplatePlace& object, eTemplatePart part, CRunMessages& run,
                     const CRunMessages& before, std::vector<CJsonPointer>& repairs);
@@ -53,7 +55,7 @@ class CFaultSearch {
   void add(const CTemplatePlace& place, const std::string& message, std::size_t count);
   void addException(const CTemplatePlace& place, const std::string& text);
   void addWhatIsLeft(const CRunMessages& whole);
-  CTemplatePlace inTemplate(CTemplatePlace place) const;
+  CTemplatePlace inTemplate(const CTemplatePlace& place) const;
   std::vector<CPlace> waysHere() const;
   CFault faultAt(const CTemplatePlace& place, const char* code) const;
   const Json::Value& original(const CTemplatePlace& place) const;

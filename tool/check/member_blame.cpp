@@ -70,6 +70,21 @@ bool canCause(const std::string& text, const std::string& message) {
   return hasToken || contains(text, quoted);
 }
 
+std::string withoutTokens(std::string text) {
+  for (std::size_t begin = text.find("$("); begin != std::string::npos; begin = text.find("$(")) {
+    const std::size_t end = std::min(text.find(')', begin), text.size() - 1);
+    text.erase(begin, end - begin + 1);
+  }
+  return text;
+}
+
+/// True when `message` quotes `text` as it is written: a token, or words outside of tokens.
+bool repeats(const std::string& message, const std::string& text) {
+  const std::string quoted = quotedText(message);
+  if (contains(message, "GetTokenValue")) return contains(text, "$(" + quoted);
+  return contains(withoutTokens(text), quoted);
+}
+
 /// True when `value` is or holds a number that is no 32-bit integer.
 bool holdsLargeNumber(const Json::Value& value) {
   if (value.isArray() || value.isObject()) {
@@ -107,7 +122,8 @@ std::vector<CBlame> CMemberBlame::PartsOf(const CRunMessages& messages, const CR
   for (const auto& [message, count] : messages.counts) {
     const std::vector<const char*>& members = kindOfMessage(message).members;
     if (!members.empty()) {
-      blames.push_back({structuralPart(members), message, count});
+      const std::optional<CJsonPointer> operand = unusableOperand(message, run);
+      blames.push_back({operand ? *operand : structuralPart(members), message, count});
       continue;
     }
     const std::vector<CBlame> texts = textsOf(message, count, run);
@@ -129,22 +145,45 @@ CJsonPointer CMemberBlame::structuralPart(const std::vector<const char*>& member
   return below(m_object.pointer, part);
 }
 
+/// The one side of a comparison that is no integer: with a number in its place the message goes.
+std::optional<CJsonPointer> CMemberBlame::unusableOperand(const std::string& message,
+                                                          const CRunMessages& run) {
+  if (kindOfMessage(message).code != std::string("invalid-condition")) return std::nullopt;
+  const CJsonPointer condition = m_object.pointer / "If";
+  if (!m_page.At({m_object.file, condition}).isObject()) return std::nullopt;
+  for (const char* name : {"Condition", "==", "!=", "<", ">"}) {
+    const CJsonPointer side = condition / name;
+    const bool present = m_page.At({m_object.file, condition}).isMember(name);
+    if (present && isGoneWithNumber(side, message, run)) return side;
+  }
+  return std::nullopt;
+}
+
+bool CMemberBlame::isGoneWithNumber(const CJsonPointer& part, const std::string& message,
+                                    const CRunMessages& run) {
+  return (run - runWithNumber(part)).Count(message) > 0;
+}
+
 /// Each text without which the message comes less often has its share of it. Where they share more
 /// than there is, one text needs the other: then the text counts that the message repeats, then the
-/// one that uses a context, not the one that sets it.
+/// one that uses a context, not the one that sets it, then the one that a number can stand in for.
 std::vector<CBlame> CMemberBlame::textsOf(const std::string& message, std::size_t count,
                                           const CRunMessages& run) {
   const std::vector<CBlame> all = losses(message, run);
   std::vector<CBlame> chosen = all;
   if (sum(chosen) > count) {
-    const std::string quoted = quotedText(message);
     chosen = only(all, [&](const CBlame& blame) {
-      return contains(m_page.At({m_object.file, blame.pointer}).asString(), quoted);
+      return repeats(message, m_page.At({m_object.file, blame.pointer}).asString());
     });
     if (chosen.empty()) {
       const CJsonPointer context = m_object.pointer / "Context";
       chosen = only(all, [&](const CBlame& blame) { return !blame.pointer.IsBelow(context); });
     }
+  }
+  if (sum(chosen) > count) {
+    const std::vector<CBlame> replaceable = only(
+        chosen, [&](const CBlame& blame) { return isGoneWithNumber(blame.pointer, message, run); });
+    if (!replaceable.empty()) chosen = replaceable;
   }
   if (chosen.size() > 1 && sum(chosen) > count) chosen = {{commonParent(chosen), message, count}};
   std::size_t left = count;
@@ -162,8 +201,8 @@ std::vector<CBlame> CMemberBlame::losses(const std::string& message, const CRunM
   std::vector<CBlame> losses;
   for (const CJsonPointer& text : texts) {
     if (!canCause(m_page.At({m_object.file, text}).asString(), message)) continue;
-    if (m_textRuns.count(text) == 0) m_textRuns.emplace(text, runWithout(text));
-    const std::size_t lost = (run - m_textRuns.at(text)).Count(message);
+    if (m_lost.count(text) == 0) m_lost.emplace(text, run - runWithout(text));
+    const std::size_t lost = m_lost.at(text).Count(message);
     if (lost > 0) losses.push_back({text, message, lost});
   }
   return losses;
@@ -175,6 +214,15 @@ CRunMessages CMemberBlame::runWithout(const CJsonPointer& part) {
   takeOut(m_page.Document(m_object.file), part);
   CRunMessages run(m_page.Run());
   m_page.At(m_object) = whole;
+  return run;
+}
+
+CRunMessages CMemberBlame::runWithNumber(const CJsonPointer& part) {
+  Json::Value& value = m_page.At({m_object.file, part});
+  const Json::Value original = value;
+  value = 0;
+  CRunMessages run(m_page.Run());
+  value = original;
   return run;
 }
 

@@ -37,18 +37,22 @@ class CMemberBlame {
 
  private:
   CJsonPointer structuralPart(const std::vector<const char*>& members);
+  std::optional<CJsonPointer> unusableOperand(const std::string& message, const CRunMessages& run);
+  bool isGoneWithNumber(const CJsonPointer& part, const std::string& message,
+                        const CRunMessages& run);
   std::vector<CBlame> textsOf(const std::string& message, std::size_t count,
                               const CRunMessages& run);
   std::vector<CBlame> losses(const std::string& message, const CRunMessages& run);
   std::vector<CJsonPointer> partsOf(const CJsonPointer& pointer);
   CRunMessages runWithout(const CJsonPointer& part);
+  CRunMessages runWithNumber(const CJsonPointer& part);
   std::optional<CJsonPointer> onlyCause(const CJsonPointer& whole, const std::string& exception);
   std::optional<CJsonPointer> firstCause(const CJsonPointer& whole, const std::string& exception);
 
   CReducedPage& m_page;
   CTemplatePlace m_object;
   eTemplatePart m_part;
-  std::map<CJsonPointer, CRunMessages> m_textRuns;  ///< without one text each
+  std::map<CJsonPointer, CRunMessages> m_lost;  ///< what goes with one text each
 };
 
 }  // namespace ttr

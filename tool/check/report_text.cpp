@@ -1,6 +1,7 @@
 #include <json/writer.h>
 
 #include <algorithm>
+#include <iterator>
 
 #include "check/check_report.h"
 #include "output_options.h"
@@ -11,6 +12,14 @@ std::size_t CCheckReport::Count(CFault::eLevel level) const {
   const auto count = std::count_if(faults.begin(), faults.end(),
                                    [level](const CFault& fault) { return fault.level == level; });
   return static_cast<std::size_t>(count);
+}
+
+CCheckReport CCheckReport::OnlyErrors() const {
+  CCheckReport report = *this;
+  const auto isError = [](const CFault& fault) { return fault.level == CFault::levelError; };
+  report.faults.clear();
+  std::copy_if(faults.begin(), faults.end(), std::back_inserter(report.faults), isError);
+  return report;
 }
 
 const char* levelName(CFault::eLevel level) {

@@ -31,6 +31,12 @@ std::string lowerCase(std::string text) {
   return text;
 }
 
+/// True when one of the two is the beginning of the other.
+bool beginsAlike(const std::string& a, const std::string& b) {
+  const std::size_t length = std::min(a.size(), b.size());
+  return a.compare(0, length, b, 0, length) == 0;
+}
+
 std::string quoted(const std::string& name) { return "did you mean \"" + name + "\"?"; }
 
 /// The path in `body`, the body of a token, that no handler knows.
@@ -44,9 +50,12 @@ CTokenParts unknownPath(const std::string& code, const std::string& body) {
 void addMisspelt(const Json::Value& object, const CJsonPointer& pointer, const CNames& known,
                  std::vector<CMisspeltMember>& found) {
   if (!object.isObject()) return;
+  CNames names = known;
+  std::stable_partition(names.begin(), names.end(),
+                        [&object](const std::string& name) { return !object.isMember(name); });
   for (const std::string& name : object.getMemberNames()) {
     const std::size_t limit = std::min<std::size_t>(name.size() / 4, 2);
-    const std::optional<std::string> meant = likelyName(name, known, limit);
+    const std::optional<std::string> meant = likelyName(name, names, limit);
     if (meant && !object.isMember(*meant)) found.push_back({pointer / name, *meant});
   }
 }
@@ -94,13 +103,14 @@ std::size_t editDistance(const std::string& a, const std::string& b) {
 std::optional<std::string> likelyName(const std::string& word, const CNames& names,
                                       std::size_t limit) {
   std::optional<std::string> likely;
-  std::size_t least = limit + 1;
+  std::pair<std::size_t, bool> least;
   for (const std::string& name : names) {
     if (name == word) return std::nullopt;
     const std::size_t distance = lowerCase(name) == lowerCase(word) ? 0 : editDistance(word, name);
-    if (distance >= least) continue;
+    const auto rank = std::make_pair(distance, !beginsAlike(name, word));
+    if (distance > limit || (likely && rank >= least)) continue;
     likely = name;
-    least = distance;
+    least = rank;
   }
   return likely;
 }

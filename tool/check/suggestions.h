@@ -17,7 +17,8 @@ namespace ttr {
 std::size_t editDistance(const std::string& a, const std::string& b);
 
 /// The one of `names` that `word` was probably meant to be: the same but for the case of letters,
-/// or at most `limit` steps away. Nothing for a word that is among them.
+/// or at most `limit` steps away. Of several as near the one counts that begins alike, then the
+/// first. Nothing for a word that is among them.
 std::optional<std::string> likelyName(const std::string& word,
                                       const std::vector<std::string>& names, std::size_t limit);
 

@@ -11,7 +11,7 @@ namespace ttr {
 namespace {
 
 /// More comparisons than that would keep the user waiting.
-constexpr std::uint64_t maximumComparisons = 100000000;
+constexpr std::uint64_t maximumComparisons = 10000000;
 
 struct CRange {
   std::size_t begin = 0;

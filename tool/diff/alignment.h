@@ -20,7 +20,7 @@ struct CAlignedPair {
 /// How alike two entries are: `scoreOfSame` when they are equal, less when they are only similar, 0
 /// when they have nothing to do with each other.
 using CLikeness = std::function<int(std::size_t left, std::size_t right)>;
-constexpr int scoreOfSame = 100;
+constexpr int scoreOfSame = 200;
 
 /// Pairs the entries of two sequences of these lengths, in order, so that the sum of the scores is
 /// the highest. Where too much differs for that, entries are paired by position.

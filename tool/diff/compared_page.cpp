@@ -5,6 +5,8 @@
 #include <memory>
 #include <utility>
 
+#include "check/fault.h"
+#include "check/fault_codes.h"
 #include "files.h"
 #include "page/element_tree.h"
 #include "page/page_run.h"
@@ -15,13 +17,18 @@ namespace {
 
 using CPlaces = std::map<CJsonPointer, CPlace>;
 
-/// Notes where the entries of a resolved page come from. Of nodes with the same pointer, an Include
-/// and its document, the outer one counts: that is the place where the entry stands.
-void collectPlaces(CPageRunner& page, const CElementNode& node, CPlaces& places) {
-  if (const CSourceFile* file = page.File(node.origin.file)) {
-    places.emplace(node.pointer, file->PlaceOf(node.origin.pointer));
+/// Notes what the entries of a resolved page were made from, and where it stands. Of nodes with the
+/// same pointer, an Include and its document, the outer one counts: that is the place where the
+/// entry stands.
+void collectTemplates(CPageRunner& page, const CElementNode& node, CPlaces& places,
+                      CTemplateEntries& templates) {
+  const CTemplateValue& origin = node.origin;
+  if (const CSourceFile* file = page.File(origin.file)) {
+    const std::string name = origin.file == page.pageFile().name() ? "" : origin.file;
+    places.emplace(node.pointer, file->PlaceOf(origin.pointer));
+    templates.emplace(node.pointer, CTemplateEntry{name, origin.pointer, *origin.value});
   }
-  for (const CElementNode& child : node.children) collectPlaces(page, child, places);
+  for (const CElementNode& child : node.children) collectTemplates(page, child, places, templates);
 }
 
 /// The place of the entry, or of the nearest one around it. The page itself always has one.
@@ -36,28 +43,41 @@ void requireJson(const CSourceFile& file) {
   throw CToolError(error.place.Text(), error.reason);
 }
 
+/// Ends the command for an exception that ended the pass, with the place that it comes from.
+[[noreturn]] void throwException(CPageRunner& page, unsigned pass, const std::string& exception) {
+  const std::string code = kindOfException(exception).code;
+  for (const CFault& fault : findFaults(page, {pass, pass})) {
+    if (fault.code == code) throw CToolError(fault.place.Text(), fault.message);
+  }
+  throw CToolError(page.pageFile().name(), oneLine(exception));
+}
+
 }  // namespace
 
 CComparedPage resolvedPage(const CPageOptions& options) {
   CPageRunner page(options);
   requireJson(page.pageFile());
   const CPageRun run = page.Run({}, options.pass);
-  if (run.exception) throw CToolError(options.page, *run.exception);
+  if (run.exception) throwException(page, options.pass, *run.exception);
   if (!run.result.isObject()) throw CToolError(options.page, "does not resolve to a JSON object");
   CPlaces places;
-  collectPlaces(page, elementTree(page, run), places);
+  CTemplateEntries templates;
+  collectTemplates(page, elementTree(page, run), places, templates);
   return {options.page, withoutFileNames(run.result),
           [places = std::move(places)](const CJsonPointer& pointer) {
             return nearestPlace(places, pointer);
-          }};
+          },
+          std::move(templates)};
 }
 
 CComparedPage readResolvedPage(const std::string& file) {
   const auto source = std::make_shared<const CSourceFile>(file, readText(file));
   requireJson(*source);
   if (!source->document().isObject()) throw CToolError(file, "a resolved page is a JSON object");
-  return {file, source->document(),
-          [source](const CJsonPointer& pointer) { return source->PlaceOf(pointer); }};
+  return {file,
+          source->document(),
+          [source](const CJsonPointer& pointer) { return source->PlaceOf(pointer); },
+          {}};
 }
 
 }  // namespace ttr

@@ -6,6 +6,7 @@
 #include <functional>
 #include <string>
 
+#include "diff/template_entry.h"
 #include "page/json_pointer.h"
 #include "page/source_file.h"
 #include "page_options.h"
@@ -18,6 +19,7 @@ struct CComparedPage {
   Json::Value document;
   /// Where the entry of the resolved page comes from: a template or the file with the result.
   std::function<CPlace(const CJsonPointer&)> placeOf;
+  CTemplateEntries templates;  ///< none for a page that was resolved before
 };
 
 /// Resolves the page that the options name.

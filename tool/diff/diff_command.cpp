@@ -37,7 +37,8 @@ CComparedPages comparePages(const CDiffOptions& options) {
   pages.before =
       options.resolved ? readResolvedPage(options.page.page) : resolvedPage(options.page);
   pages.after = options.resolved ? readResolvedPage(options.other) : resolvedPage(other);
-  pages.differences = pageDifferences(pages.before.document, pages.after.document);
+  pages.differences = pageDifferences({pages.before.document, pages.before.templates},
+                                      {pages.after.document, pages.after.templates});
   return pages;
 }
 

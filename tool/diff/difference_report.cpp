@@ -65,10 +65,11 @@ tr.removed td:last-child, tr.became-null td:last-child { border-left-color: #d33
 </style>
 )";
 
-/// A patch of each of the two colours.
+/// A patch of each of the colours.
 std::string swatches(const CDifference& difference) {
   std::string html;
   for (const std::optional<Json::Value>& colour : {difference.from, difference.to}) {
+    if (!colour) continue;
     html +=
         " <span class=\"swatch\" style=\"background: " + xmlText(colour->asString()) + "\"></span>";
   }

@@ -30,6 +30,12 @@ std::string memberText(const CDifference& change) {
   return change.member + " changed from " + jsonText(*change.from) + " to " + jsonText(*change.to);
 }
 
+std::string colourChangeText(const CDifference& change) {
+  if (!change.from) return "colour added: " + change.to->asString();
+  if (!change.to) return "colour removed: " + change.from->asString();
+  return "colour changed from " + change.from->asString() + " to " + change.to->asString();
+}
+
 /// At most `maximumLabel` bytes of `text`, cut between two characters of UTF-8.
 std::string shortened(const std::string& text) {
   if (text.size() <= maximumLabel) return text;
@@ -47,8 +53,7 @@ std::string changeText(const CDifference& difference) {
     case CDifference::kindResized:
       return "resized from " + sizeText(*difference.from) + " to " + sizeText(*difference.to);
     case CDifference::kindColour:
-      return "colour changed from " + difference.from->asString() + " to " +
-             difference.to->asString() + " (" + difference.member + ')';
+      return colourChangeText(difference) + " (" + difference.member + ')';
     case CDifference::kindText:
       return "text changed from " + jsonText(*difference.from) + " to " + jsonText(*difference.to);
     case CDifference::kindMember:

@@ -6,12 +6,22 @@
 #include <vector>
 
 #include "diff/alignment.h"
+#include "diff/template_entry.h"
+#include "page/json_pointer.h"
 
 namespace ttr {
 
-/// Pairs the entries of two Contents arrays: what is equal first, then elements with the same text,
-/// place or members, in the end what stands in the same position.
-std::vector<CAlignedPair> matchEntries(const Json::Value& before, const Json::Value& after);
+/// The Contents of an element, where they are in their page, and what the page was made from.
+struct CContents {
+  const Json::Value& entries;
+  CJsonPointer pointer;
+  const CTemplateEntries& templates;  ///< empty when nothing is known about them
+};
+
+/// Pairs the entries of two Contents arrays: what is equal first, then what was made from the same
+/// template entry, elements with the same text, place or members, in the end what stands in the
+/// same position.
+std::vector<CAlignedPair> matchEntries(const CContents& before, const CContents& after);
 
 }  // namespace ttr
 

@@ -42,6 +42,31 @@ Json::Value membersWithout(const std::set<std::string>& names, const Json::Value
   return rest;
 }
 
+/// The Contents of two documents of which only one has a Page: there, they are inside of it.
+std::optional<CMatch> contentsAcrossPage(const CMatch& match) {
+  if (match.before.isMember("Page") == match.after.isMember("Page")) return {};
+  const bool pageBefore = match.before.isMember("Page");
+  const char* inside = "/Page/Contents";
+  const CJsonPointer left = CJsonPointer::Parse(pageBefore ? inside : "/Contents");
+  const CJsonPointer right = CJsonPointer::Parse(pageBefore ? "/Contents" : inside);
+  const Json::Value* before = left.Find(match.before);
+  const Json::Value* after = right.Find(match.after);
+  if (before == nullptr || !before->isArray() || after == nullptr || !after->isArray()) return {};
+  const auto below = [](CJsonPointer pointer, const CJsonPointer& further) {
+    for (const std::string& step : further.steps()) pointer = pointer / step;
+    return pointer;
+  };
+  return CMatch{*before, *after, below(match.beforeAt, left), below(match.afterAt, right)};
+}
+
+/// Takes the Contents out of two documents of which one has them in its Page.
+void removeContents(Json::Value& before, Json::Value& after) {
+  for (Json::Value* document : {&before, &after}) {
+    Json::Value& holder = document->isMember("Page") ? (*document)["Page"] : *document;
+    holder.removeMember("Contents");
+  }
+}
+
 /// True for an entry of Contents, which unlike the page can be known by a text.
 bool isEntry(const CJsonPointer& pointer) {
   const std::vector<std::string>& steps = pointer.steps();
@@ -57,14 +82,23 @@ std::optional<Json::Value> twoIntegers(const Json::Value& array, Json::ArrayInde
   return two;
 }
 
+/// The colour at `index` of a Display, as text.
+std::optional<Json::Value> colourAt(const Json::Value& display, Json::ArrayIndex index) {
+  if (!display.isValidIndex(index) || !display[index].isUInt()) return {};
+  return colourText(display[index].asUInt());
+}
+
 bool goesAlong(const CDifference& move, const CDifference& other) {
   return movedBy(move, 0) == movedBy(other, 0) && movedBy(move, 1) == movedBy(other, 1);
 }
 
 class CComparison {
  public:
-  std::vector<CDifference> Compare(const Json::Value& before, const Json::Value& after) {
-    compareEntries({before, after, {}, {}}, none);
+  CComparison(const CResolvedPage& before, const CResolvedPage& after)
+      : m_before(before), m_after(after) {}
+
+  std::vector<CDifference> Compare() {
+    compareEntries({m_before.document, m_after.document, {}, {}}, none);
     setRenumberedAside();
     return std::move(m_differences);
   }
@@ -110,8 +144,11 @@ class CComparison {
     std::set<std::string> apart;
     if (bothPages) apart.insert("Page");
     if (bothContents) apart.insert("Contents");
+    const std::optional<CMatch> acrossPage =
+        bothContents ? std::nullopt : contentsAcrossPage(match);
     Json::Value before = membersWithout(apart, match.before);
     Json::Value after = membersWithout(apart, match.after);
+    if (acrossPage) removeContents(before, after);
     const CMovePosition move = compareBounds(match, before, after, enclosing);
     compareColours(match, before, after);
     for (const CLeafChange& change : leafChanges(before, after)) {
@@ -119,6 +156,7 @@ class CComparison {
     }
     if (bothPages) compareElements(match.Member("Page"), move);
     if (bothContents) compareContentsOf(match.Member("Contents"), move);
+    if (acrossPage) compareContentsOf(*acrossPage, move);
   }
 
   /// Takes what it tells of out of `before` and `after`. The position of what tells how the
@@ -157,20 +195,29 @@ class CComparison {
     return enclosing;
   }
 
+  /// Takes the colours that differ out of `before` and `after`. No Display is one without colours.
   void compareColours(const CMatch& match, Json::Value& before, Json::Value& after) {
-    if (!match.BothHave("Display", Json::arrayValue)) return;
-    Json::Value& left = before["Display"];
-    Json::Value& right = after["Display"];
-    for (Json::ArrayIndex index = 0; index < std::min(left.size(), right.size()); ++index) {
-      if (left[index] == right[index] || !left[index].isUInt() || !right[index].isUInt()) continue;
-      add(CDifference::kindColour, match, colourText(left[index].asUInt()),
-          colourText(right[index].asUInt()), CJsonPointer() / "Display" / std::size_t{index});
-      left[index] = right[index];
+    const Json::Value noColours(Json::arrayValue);
+    const Json::Value left = before.get("Display", noColours);
+    const Json::Value right = after.get("Display", noColours);
+    if (!left.isArray() || !right.isArray()) return;
+    for (Json::ArrayIndex index = 0; index < std::max(left.size(), right.size()); ++index) {
+      const std::optional<Json::Value> from = colourAt(left, index);
+      const std::optional<Json::Value> to = colourAt(right, index);
+      const bool lone = index >= std::min(left.size(), right.size());
+      if (lone && !from && !to) break;  // what is behind it cannot be taken out without it
+      if (!lone && (!from || !to || *from == *to)) continue;
+      add(CDifference::kindColour, match, from, to,
+          CJsonPointer() / "Display" / std::size_t{index});
+      Json::Value& side = to ? before : after;
+      side["Display"][index] = (to ? right : left)[index];
     }
   }
 
   void compareContentsOf(const CMatch& match, CMovePosition enclosing) {
-    std::vector<CAlignedPair> pairs = matchEntries(match.before, match.after);
+    std::vector<CAlignedPair> pairs =
+        matchEntries({match.before, match.beforeAt, m_before.templates},
+                     {match.after, match.afterAt, m_after.templates});
     pairs.push_back({match.before.size(), match.after.size()});
     CAlignedPair at;
     for (const CAlignedPair& pair : pairs) {
@@ -210,6 +257,8 @@ class CComparison {
     add(CDifference::kindRenumbered, {nothing, nothing, {}, {}});
   }
 
+  const CResolvedPage& m_before;
+  const CResolvedPage& m_after;
   CContainerIds m_ids;
   std::vector<CDifference> m_differences;
 };
@@ -220,12 +269,12 @@ std::int64_t movedBy(const CDifference& move, Json::ArrayIndex axis) {
   return std::int64_t{(*move.to)[axis].asInt()} - (*move.from)[axis].asInt();
 }
 
-std::vector<CDifference> pageDifferences(const Json::Value& before, const Json::Value& after) {
-  return CComparison().Compare(before, after);
+std::vector<CDifference> pageDifferences(const CResolvedPage& before, const CResolvedPage& after) {
+  return CComparison(before, after).Compare();
 }
 
 std::string labelOf(const Json::Value& entry) {
-  if (entry.isString()) return entry.asString();
+  if (entry.isString() || entry.isNumeric()) return entry.asString();
   const Json::Value* contents = (CJsonPointer() / "Contents").Find(entry);
   if (contents == nullptr) contents = (CJsonPointer() / "Page" / "Contents").Find(entry);
   if (contents == nullptr || !contents->isArray()) return "";

@@ -9,6 +9,7 @@
 #include <string>
 #include <vector>
 
+#include "diff/template_entry.h"
 #include "page/json_pointer.h"
 
 namespace ttr {
@@ -18,7 +19,7 @@ struct CDifference {
   enum eKind {
     kindMoved,         ///< from and to are [x, y]
     kindResized,       ///< from and to are [width, height]
-    kindColour,        ///< from and to are "#RRGGBBAA"
+    kindColour,        ///< from and to are "#RRGGBBAA"; absent for a colour of one page only
     kindText,          ///< an entry of Contents that is no element
     kindMember,        ///< any other member of an element; from or to is absent when it is
     kindAdded,         ///< an entry of Contents
@@ -41,11 +42,18 @@ struct CDifference {
 /// How far an element moved along an axis, 0 for x and 1 for y; wide enough for any two bounds.
 std::int64_t movedBy(const CDifference& move, Json::ArrayIndex axis);
 
+/// A resolved page and, as far as known, what its entries were made from.
+struct CResolvedPage {
+  const Json::Value& document;
+  const CTemplateEntries& templates;
+};
+
 /// What differs between two resolved pages, in the order of the second one. Entries of Contents are
 /// matched by likeness, not by position.
-std::vector<CDifference> pageDifferences(const Json::Value& before, const Json::Value& after);
+std::vector<CDifference> pageDifferences(const CResolvedPage& before, const CResolvedPage& after);
 
-/// The first text below an entry of Contents; empty when there is none.
+/// The first text below an entry of Contents, or number, which is shown as one; empty when there is
+/// none.
 std::string labelOf(const Json::Value& entry);
 
 }  // namespace ttr

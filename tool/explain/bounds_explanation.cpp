@@ -6,6 +6,8 @@
 #include <cstdint>
 #include <cstring>
 
+#include "explain/replacement_explanation.h"
+
 namespace ttr {
 namespace {
 
@@ -114,7 +116,7 @@ class CEntryArithmetic {
       edge = written.asInt();
       m_entry.arithmetic = number(edge);
     } else {
-      edge = text(value, origin >= 0 ? extent : 0);
+      edge = text(value, extent, origin >= 0);
     }
     m_entry.arithmetic += origin < 0 ? " - " + number(-origin) : " + " + number(origin);
     m_entry.value = wrapped(std::int64_t{edge} + origin);
@@ -135,20 +137,27 @@ class CEntryArithmetic {
 
   Json::Value resolved() const { return m_probe.Value(m_entry.written, true).value; }
 
-  /// The number that `value`, a text with its tokens replaced, comes to.
-  int text(const Json::Value& value, int extent) {
+  void zero(const std::string& reason) { m_entry.arithmetic = "0 (" + reason + ')'; }
+
+  /// The number that `value`, a text with its tokens replaced, comes to. Without an edge there is
+  /// nothing to take a percentage of.
+  int text(const Json::Value& value, int extent, bool hasEdge = true) {
     if (!isPercentage(value)) {
       const int integer = m_probe.Integer(m_entry.written, true);
-      m_entry.arithmetic += number(integer);
+      m_entry.arithmetic = number(integer);
+      if (!m_probe.IsInteger(m_entry.written, true)) zero(brief(value) + " is no integer");
       return integer;
     }
-    if (extent < 1) {
-      m_entry.arithmetic = "0 (nothing to take a percentage of)";
+    if (!hasEdge || extent < 1) {
+      zero(hasEdge ? "nothing to take a percentage of"
+                   : "no percentage, as the enclosing edge is missing or negative");
       return 0;
     }
     const int percentage = percentageOf(m_probe, m_entry.written);
+    const std::int64_t product = std::int64_t{percentage} * extent;
     const int result = share(percentage, extent);
     m_entry.arithmetic = number(percentage) + "% of " + number(extent) + " = " + number(result);
+    if (wrapped(product) != product) m_entry.arithmetic += " (the product wraps in 32 bits)";
     return result;
   }
 

@@ -4,6 +4,7 @@
 #include <algorithm>
 #include <utility>
 
+#include "explain/pass_tree.h"
 #include "tool_error.h"
 
 namespace ttr {
@@ -120,8 +121,21 @@ class CExplainer {
       if (!way[depth]->copy) continue;
       const CElementNode& loop = *way[depth - 1];
       const std::size_t count = loop.children.back().copy.value_or(0) + 1;
-      explanation.copies.push_back({*way[depth]->copy + 1, count, placeOf(loop)});
+      explanation.copies.push_back({*way[depth]->copy + 1, count, placeOf(loop), {}});
+      const Json::Value* written = findMember(loop.origin.value, "Loop");
+      if (findMember(written, "Bounds") != nullptr) addRotation(depth, explanation.copies.back());
     }
+  }
+
+  /// The loop is the node before `depth`.
+  void addRotation(std::size_t depth, CCopy& copy) const {
+    CNodeWay way = m_probe.way();
+    way.resize(depth);
+    const CLoopExplanation loop = explainLoop(CProbe(m_page, m_probe.pass(), way), {});
+    copy.index = loop.shown;
+    if (!loop.position) return;
+    copy.number = *loop.position + 1;
+    copy.of = loop.indices;
   }
 
   void addReplacement(CExplanation& explanation) const {
@@ -200,6 +214,36 @@ class CExplainer {
   CTokenExplainer m_tokens;
 };
 
+/// The member of the page's "Context" that `pointer` leads to or into; empty for other places.
+CJsonPointer variableAt(const CExplainTarget& target, const CJsonPointer& pointer) {
+  const bool isPage = target.way.back()->kind == CElementNode::kindDocument;
+  const CJsonPointer context = at("Page") / "Context";
+  if (!isPage || !pointer.IsBelow(context) || pointer == context) return {};
+  return context / pointer.steps()[2];
+}
+
+/// Narrows the explanation of the page to that of a variable which it binds.
+void narrowToVariable(const CProbe& probe, const CJsonPointer& variable,
+                      CExplanation& explanation) {
+  const CSourceFile& file = probe.page().pageFile();
+  const Json::Value* written = variable.Find(file.document());
+  if (written == nullptr) return;
+  explanation.kind = "variable";
+  explanation.pointer = variable.Text();
+  explanation.origin = variable;
+  explanation.place = file.PlaceOf(variable);
+  explanation.value = probe.Value(*written, false).value;
+  explanation.messages = probe.Value(*written, false).messages;
+  const auto other = [&](const CTokenExplanation& token) {
+    return '/' + token.member != variable.Text();
+  };
+  CTokens& tokens = explanation.tokens;
+  tokens.erase(std::remove_if(tokens.begin(), tokens.end(), other), tokens.end());
+  const bool isText = written->isString() && written->asString().find("$(") != std::string::npos;
+  explanation.answer = explanation.pointer + " is " + brief(explanation.value) +
+                       (isText ? ": from " + brief(*written) : ": it is written so");
+}
+
 // --- The answer ---
 
 std::string ifAnswer(const CIfExplanation& test, bool isNull) {
@@ -225,7 +269,9 @@ std::string loopAnswer(const CExplanation& explanation) {
 }
 
 std::string textAnswer(const CExplanation& explanation, const CElementNode& node) {
-  const auto null = [](const CTokenExplanation& token) { return !token.why.empty(); };
+  const auto null = [](const CTokenExplanation& token) {
+    return token.part.empty() && !token.why.empty();
+  };
   const auto token = std::find_if(explanation.tokens.begin(), explanation.tokens.end(), null);
   if (token != explanation.tokens.end()) return token->token + " is null: " + token->why;
   std::string answer = "it is written so";
@@ -233,11 +279,20 @@ std::string textAnswer(const CExplanation& explanation, const CElementNode& node
   return explanation.lowercased ? answer + ", lowercased as it names a file" : answer;
 }
 
-std::string elementAnswer(const CExplanation& explanation) {
-  if (explanation.bounds && explanation.bounds->result.isArray()) {
-    return "it stands at " + brief(explanation.bounds->result);
-  }
-  return "it has no Bounds of its own";
+std::string elementAnswer(const CExplanation& explanation, const CElementNode& node) {
+  const Json::Value* written = findMember(node.origin.value, "Bounds");
+  if (written == nullptr) return "it has no Bounds of its own";
+  if (!written->isArray()) return "its Bounds are no array";
+  if (written->empty()) return "its Bounds are empty";
+  return "it stands at " + brief(explanation.bounds->result);
+}
+
+std::string documentAnswer(const CExplanation& explanation, const CElementNode& node) {
+  const std::size_t count = node.children.size();
+  if (count > 0) return "it shows " + std::to_string(count) + (count == 1 ? " entry" : " entries");
+  std::string answer = "it shows nothing";
+  for (const std::string& message : explanation.messages) answer += ": " + oneLine(message);
+  return answer;
 }
 
 std::string reason(const CExplanation& explanation, const CElementNode& node) {
@@ -253,10 +308,11 @@ std::string reason(const CExplanation& explanation, const CElementNode& node) {
     case CElementNode::kindText:
       return textAnswer(explanation, node);
     case CElementNode::kindElement:
-      return elementAnswer(explanation);
+      return elementAnswer(explanation, node);
     case CElementNode::kindDocument:
-      return "it is the page";
+      return documentAnswer(explanation, node);
     case CElementNode::kindOther:
+      if (explanation.value.isArray()) return "left as it is, arrays are not walked";
       break;
   }
   return "it is written so";
@@ -267,10 +323,31 @@ std::string answerTo(const CExplainTarget& target, const CJsonPointer& pointer,
   const CElementNode& node = *target.way.back();
   const std::string name = explanation.pointer.empty() ? "the page" : explanation.pointer;
   const bool scalar = !explanation.value.isObject() && !explanation.value.isArray();
-  const std::string value = scalar ? brief(explanation.value) : withArticle(explanation.kind);
+  std::string value = scalar ? brief(explanation.value) : withArticle(explanation.kind);
+  if (node.kind == CElementNode::kindOther && !scalar) {
+    value = withArticle(typeName(explanation.value));
+  }
+  if (node.kind == CElementNode::kindText && !scalar) {
+    value = withArticle(typeName(explanation.value)) + ", from a token";
+  }
   std::string answer = name + " is " + value + ": " + reason(explanation, node);
   if (target.hidden) answer = pointer.Text() + " is not there, as " + answer;
   return answer;
+}
+
+/// Of what ends a pass only the tokens can be told.
+void dropWhatEnds(CExplanation& explanation) {
+  explanation.value = Json::Value();
+  explanation.ifElement.reset();
+  explanation.include.reset();
+  explanation.loop.reset();
+  explanation.bounds.reset();
+}
+
+std::string endAnswer(const CExplanation& explanation, bool first, const CPlace& place) {
+  const std::string name = explanation.pointer.empty() ? "the page" : explanation.pointer;
+  const std::string verb = first ? " ends here, at " : " would end here too, at ";
+  return name + ": the pass" + verb + place.Text() + ": " + *explanation.exception;
 }
 
 }  // namespace
@@ -281,12 +358,26 @@ CExplanation explain(CPageRunner& page, unsigned pass, const std::string& values
   if (!file.errors().empty()) {
     throw CToolError(file.errors()[0].place.Text(), file.errors()[0].reason);
   }
-  const CPageRun run = page.Run({}, pass);
-  const CElementNode root = elementTree(page, run);
-  const CExplainTarget target = findTarget(page, root, pointer);
+  const CPassTree tree(page, pass);
+  CExplainTarget target = findTarget(page, tree.root(), pointer);
+  const CFault* end = tree.EndIn(*target.way.back());
+  const CElementNode written = tree.Written(*target.way.back());
+  if (tree.OwnEnd(written) != nullptr) target.way.back() = &written;
   CExplanation explanation = CExplainer(page, pass, valuesFile, target.way).Explain();
-  if (run.exception) explanation.exception = run.exception;
-  explanation.answer = answerTo(target, pointer, explanation);
+  if (end != nullptr) {
+    explanation.exception = end->message;
+    dropWhatEnds(explanation);
+  } else if (tree.end() == nullptr && tree.exception()) {
+    explanation.exception = tree.exception();
+  }
+  if (tree.end() != nullptr) explanation.end = tree.end()->place.Text() + ": " + *tree.exception();
+  const bool endsHere = end != nullptr;
+  explanation.answer = endsHere ? endAnswer(explanation, end == tree.end(), end->place)
+                                : answerTo(target, pointer, explanation);
+  const CJsonPointer variable = variableAt(target, pointer);
+  if (!endsHere && !variable.empty()) {
+    narrowToVariable(CProbe(page, pass, target.way), variable, explanation);
+  }
   return explanation;
 }
 

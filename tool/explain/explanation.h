@@ -15,11 +15,12 @@
 
 namespace ttr {
 
-/// In which copy of a loop an element stands.
+/// In which copy of a loop an element stands; of a rotating loop, at which position of its range.
 struct CCopy {
   std::size_t number = 1;
   std::size_t of = 1;
   CPlace loop;
+  std::optional<int> index;  ///< that a rotating loop shows
 };
 
 /// Why one element of a resolved page is what it is.
@@ -39,7 +40,8 @@ struct CExplanation {
   std::optional<CBoundsExplanation> bounds;  ///< of elements; not of text
   std::vector<CTokenExplanation> tokens;
   std::vector<std::string> messages;  ///< of the library about the element, not about its contents
-  std::optional<std::string> exception;  ///< what ended the pass
+  std::optional<std::string> exception;  ///< what ends the pass in the element
+  std::string end;  ///< where the pass ends early, and why; empty when it does not
 
   /// True when the library found a fault in the element.
   bool HasFaults() const { return !messages.empty() || exception; }

@@ -43,9 +43,10 @@ Json::Value loopJson(const CLoopExplanation& loop) {
   json["kind"] = loop.rotating ? "rotating" : "grid";
   for (const auto& [name, typed] : loop.members) json["members"][name] = typedJson(typed);
   json["indices"] = static_cast<Json::UInt64>(loop.indices);
-  if (loop.first && !loop.rotating) json["first"] = *loop.first;
-  if (loop.last && !loop.rotating) json["last"] = *loop.last;
+  if (loop.first) json["first"] = *loop.first;
+  if (loop.last) json["last"] = *loop.last;
   if (loop.shown) json["shown"] = *loop.shown;
+  if (loop.position) json["position"] = static_cast<Json::UInt64>(*loop.position + 1);
   json["copies"] = static_cast<Json::UInt64>(loop.copies);
   if (loop.layout) json["layout"] = static_cast<Json::UInt64>(*loop.layout);
   if (!loop.rotating) json["cells"] = loop.cells;
@@ -78,6 +79,7 @@ Json::Value tokenJson(const CTokenExplanation& token) {
   Json::Value json = placeJson(token.place);
   json["member"] = token.member;
   json["token"] = token.token;
+  if (!token.part.empty()) json["part"] = token.part;
   json["value"] = token.value;
   json["type"] = token.type;
   if (!token.handler.empty()) json["handler"] = token.handler;
@@ -99,7 +101,8 @@ Json::Value explanationJson(const CExplanation& explanation) {
   json["copies"] = Json::Value(Json::arrayValue);
   for (const CCopy& copy : explanation.copies) {
     Json::Value each(Json::objectValue);
-    each["copy"] = static_cast<Json::UInt64>(copy.number);
+    if (copy.index) each["index"] = *copy.index;
+    each[copy.index ? "position" : "copy"] = static_cast<Json::UInt64>(copy.number);
     each["of"] = static_cast<Json::UInt64>(copy.of);
     each["loop"] = copy.loop.Text();
     json["copies"].append(each);
@@ -114,6 +117,7 @@ Json::Value explanationJson(const CExplanation& explanation) {
   }
   json["messages"] = Json::Value(Json::arrayValue);
   for (const std::string& message : explanation.messages) json["messages"].append(message);
+  if (!explanation.end.empty()) json["end"] = explanation.end;
   if (explanation.exception) json["exception"] = *explanation.exception;
   return json;
 }

@@ -22,7 +22,8 @@ void addPlace(const CExplanation& explanation, CLines& lines) {
   if (!explanation.origin.empty()) text += ", " + explanation.origin.Text();
   text += "; pass " + std::to_string(explanation.pass);
   for (const CCopy& copy : explanation.copies) {
-    text += "; copy " + std::to_string(copy.number) + " of " + std::to_string(copy.of);
+    text += copy.index ? "; index " + std::to_string(*copy.index) + ", position " : "; copy ";
+    text += std::to_string(copy.number) + " of " + std::to_string(copy.of);
   }
   lines.push_back(line(explanation.kind, text));
 }
@@ -37,7 +38,7 @@ std::string rangeText(const CLoopExplanation& loop) {
   if (loop.indices == 0) return loop.rotating ? "no indices, so index 0" : "no indices";
   std::string text = std::to_string(loop.indices) + (loop.indices == 1 ? " index" : " indices");
   if (loop.indices >= CLoopExplanation::mostIndices) text = "at least " + text;
-  if (loop.rotating || !loop.first) return text;
+  if (!loop.first) return text;
   return text + ", " + std::to_string(*loop.first) + ".." +
          (loop.last ? std::to_string(*loop.last) : "");
 }
@@ -57,6 +58,10 @@ void addLoop(const CLoopExplanation& loop, CLines& lines) {
   if (loop.rotating) {
     std::string text = "one copy in each pass";
     if (loop.shown) text += ", this one of index " + std::to_string(*loop.shown);
+    if (loop.position) {
+      text += ", position " + std::to_string(*loop.position + 1) + " of " +
+              std::to_string(loop.indices);
+    }
     lines.push_back(line("rotating", text));
     return;
   }
@@ -91,6 +96,7 @@ void addBounds(const CBoundsExplanation& bounds, CLines& lines) {
 
 std::string tokenText(const CTokenExplanation& token) {
   std::string text = token.token;
+  if (!token.part.empty()) text += ", " + token.part;
   if (!token.member.empty()) text += " in " + token.member;
   text += ": " + brief(CTypedValue{token.value, token.type});
   if (!token.why.empty()) text += ": " + token.why;
@@ -123,6 +129,9 @@ std::string colored(const std::string& text, bool color) {
 std::string explanationText(const CExplanation& explanation, bool color) {
   CLines lines;
   addPlace(explanation, lines);
+  if (!explanation.end.empty() && !explanation.exception) {
+    lines.push_back(line("pass", "ends early at " + explanation.end));
+  }
   if (explanation.ifElement) addIf(*explanation.ifElement, lines);
   if (explanation.include) {
     lines.push_back(line("Filename", brief(explanation.include->filename)));

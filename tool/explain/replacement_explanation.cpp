@@ -3,6 +3,8 @@
 #include "explain/replacement_explanation.h"
 
 #include <algorithm>
+#include <cstdint>
+#include <limits>
 
 #include "TokenTemplateResolver/json_text.h"
 #include "tool_error.h"
@@ -179,12 +181,34 @@ void explainCells(const CProbe& probe, Json::Value loop, CLoopExplanation& expla
   for (const Json::Value& copy : copies) explanation.cells.append(copy["Bounds"]);
 }
 
+bool isInt(std::int64_t number) {
+  return number >= std::numeric_limits<int>::min() && number <= std::numeric_limits<int>::max();
+}
+
 void explainShown(const CProbe& probe, Json::Value loop, CLoopExplanation& explanation) {
   for (const char* name : {"Value", "Key"}) loop.removeMember(name);
   loop["Var"] = indexName;
   loop["Contents"] = arrayWith(indexToken);
   const Json::Value copies = copiesOf(probe, loop);
   if (!copies.empty() && copies[0U].isInt()) explanation.shown = copies[0U].asInt();
+}
+
+/// The indices of a rotating loop, from the one it shows now: a pass shows the position of its
+/// number modulo their count. Downwards they are not those of a grid loop, but as many.
+void explainPosition(const CProbe& probe, CLoopExplanation& explanation) {
+  const bool down = explanation.last && *explanation.last < *explanation.first;
+  explanation.first.reset();
+  explanation.last.reset();
+  const std::size_t count = explanation.indices;
+  if (!explanation.shown || count == 0 || count >= CLoopExplanation::mostIndices) return;
+  const std::size_t position = probe.pass() % count;
+  const std::int64_t step = down ? -1 : 1;
+  const std::int64_t first = *explanation.shown - step * static_cast<std::int64_t>(position);
+  const std::int64_t last = first + step * static_cast<std::int64_t>(count - 1);
+  explanation.position = position;
+  if (!isInt(first) || !isInt(last)) return;
+  explanation.first = static_cast<int>(first);
+  explanation.last = static_cast<int>(last);
 }
 
 bool isEmptyList(const CTypedValue& list) {
@@ -215,14 +239,61 @@ std::string whyNoCopies(const CProbe& probe, const Json::Value& loop,
   return "its range has no indices" + hint;
 }
 
+bool isContinuation(char byte) { return (static_cast<unsigned char>(byte) & 0xC0U) == 0x80U; }
+
+std::string textOf(const Json::Value& value, int precision, bool utf8) {
+  jsoncpp_string::CJsonWriter writer;
+  writer["precision"] = precision;
+  writer["emitUTF8"] = utf8;
+  return Json::writeString(writer, value);
+}
+
+/// `text` with escapes for the control characters that JSON allows, and terminals obey.
+std::string withoutControls(const std::string& text) {
+  std::string result;
+  for (std::size_t i = 0; i < text.size(); ++i) {
+    const auto byte = static_cast<unsigned char>(text[i]);
+    const unsigned next = i + 1 < text.size() ? static_cast<unsigned char>(text[i + 1]) : 0U;
+    if (byte == 0x7F) {
+      result += "\\u007f";
+    } else if (byte == 0xC2 && next >= 0x80 && next < 0xA0) {
+      constexpr char digits[] = "0123456789abcdef";
+      result += std::string("\\u00") + digits[next / 16] + digits[next % 16];
+      ++i;
+    } else {
+      result += text[i];
+    }
+  }
+  return result;
+}
+
+/// Compact JSON, with numbers as short as they read back the same; with escapes for all characters
+/// when some bytes are no UTF-8, which do not read back from them.
+std::string shortText(const Json::Value& value) {
+  const auto readsBack = [&value](const std::string& text) {
+    std::string errors;
+    return jsoncpp_string::toJsonObject(text, &errors) == value;
+  };
+  constexpr int exact = 17;
+  const bool utf8 = readsBack(textOf(value, exact, false));
+  for (const int precision : {15, 16}) {
+    const std::string text = textOf(value, precision, utf8);
+    if (utf8 && readsBack(text)) return withoutControls(text);
+  }
+  return withoutControls(textOf(value, exact, utf8));
+}
+
 bool hasCopies(const CProbe& probe) { return !probe.node().children.empty(); }
 
 }  // namespace
 
 std::string brief(const Json::Value& value) {
   constexpr std::size_t most = 48;
-  const std::string text = oneLine(jsoncpp_string::toString(value));  // ASCII: escapes for the rest
-  return text.size() <= most ? text : text.substr(0, most - 3) + "...";
+  std::string text = oneLine(shortText(value));
+  if (text.size() <= most) return text;
+  std::size_t end = most - 3;
+  while (end > 0 && isContinuation(text[end])) --end;
+  return text.substr(0, end) + "...";
 }
 
 std::string withArticle(const std::string& type) {
@@ -299,6 +370,7 @@ CLoopExplanation explainLoop(const CProbe& probe, const std::vector<std::string>
   explainCells(probe, loop, explanation);
   if (explanation.rotating) {
     explainShown(probe, loop, explanation);
+    explainPosition(probe, explanation);
   } else {
     explainLayout(probe, loop, explanation);
   }

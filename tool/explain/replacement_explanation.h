@@ -40,7 +40,8 @@ struct CLoopExplanation {
   std::size_t indices = 0;  ///< of the range; `mostIndices` stands for more too
   std::optional<int> first;
   std::optional<int> last;
-  std::optional<int> shown;  ///< the index that a rotating loop shows in this pass
+  std::optional<int> shown;             ///< the index that a rotating loop shows in this pass
+  std::optional<std::size_t> position;  ///< of that index in the range, from 0
   std::size_t copies = 0;
   std::optional<std::size_t> layout;  ///< which of the layouts was chosen, from 0
   std::size_t layouts = 0;

@@ -96,6 +96,12 @@ std::string joined(const CTokenParts& parts, std::size_t count) {
   return CTokenParts::rebuildToken(parts, static_cast<unsigned>(count));
 }
 
+/// True when `path`, as a token of its own, is a path of as many parts.
+bool isPath(const std::string& path, std::size_t parts) {
+  const CParsedToken token(path);
+  return token.sectionsSeen == sectionName && token.nameParts.size() == parts;
+}
+
 /// Why the path of `token`, from part `first` on, and its index end at null in `root`.
 std::string whyNullIn(const Json::Value& root, const CParsedToken& token, std::size_t first,
                       const CProbe& probe, bool inside) {
@@ -170,8 +176,26 @@ std::vector<CTokenExplanation> CTokenExplainer::Explain(const CProbe& probe,
   if (value == nullptr || !value->isString()) return explanations;
   for (const std::string& body : tokenBodies(value->asString())) {
     explanations.push_back(explainToken(probe, text, body, inside));
+    addParts(probe, text, body, inside, explanations);
   }
   return explanations;
+}
+
+/// The paths inside of a token, which the library looks up as it does tokens.
+void CTokenExplainer::addParts(const CProbe& probe, const CJsonPointer& text,
+                               const std::string& body, bool inside,
+                               std::vector<CTokenExplanation>& explanations) const {
+  const CParsedToken token(body);
+  const auto add = [&](const char* part, const CTokenParts& parts) {
+    const std::string path = joined(parts, parts.size());
+    if (parts.size() < 2 || !isPath(path, parts.size())) return;
+    CTokenExplanation explanation = explainToken(probe, text, path, inside);
+    explanation.part = std::string(part) + " of $(" + body + ')';
+    explanation.place = explanations.back().place;
+    explanations.push_back(std::move(explanation));
+  };
+  if (hasIndex(token)) add("index", token.indexParts);
+  if (token.operation != '\0') add("operand", token.operandParts);
 }
 
 CTokenExplanation CTokenExplainer::explainToken(const CProbe& probe, const CJsonPointer& text,

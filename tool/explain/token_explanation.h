@@ -16,6 +16,7 @@ namespace ttr {
 struct CTokenExplanation {
   std::string member;  ///< the way from the element to its text: "If/Condition"
   std::string token;   ///< as written, with "$(" and ")"
+  std::string part;    ///< "index of $(list[a.b])" for a path inside of a token; empty for others
   CPlace place;
   std::string handler;  ///< the registered name; empty when there is none
   std::string source;   ///< where the handler takes its values from
@@ -39,6 +40,8 @@ class CTokenExplainer {
   struct CBinding;
   CTokenExplanation explainToken(const CProbe& probe, const CJsonPointer& text,
                                  const std::string& body, bool inside) const;
+  void addParts(const CProbe& probe, const CJsonPointer& text, const std::string& body, bool inside,
+                std::vector<CTokenExplanation>& explanations) const;
   void explainBound(const CProbe& probe, const CParsedToken& token, bool inside,
                     CTokenExplanation& explanation) const;
   std::optional<CBinding> binding(const CNodeWay& way, const std::string& name, bool inside) const;

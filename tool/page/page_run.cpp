@@ -1,5 +1,7 @@
 #include "page/page_run.h"
 
+#include <json/writer.h>
+
 #include <algorithm>
 #include <exception>
 #include <filesystem>
@@ -23,6 +25,15 @@ Json::Value parsed(const std::string& text) {
   } catch (const Json::RuntimeError&) {
     return Json::Value();
   }
+}
+
+/// The JSON text of `document`, with the bytes of its strings as they are in the file: the library
+/// must come upon the same ones, whether they are UTF-8 or not.
+std::string textOf(const Json::Value& document) {
+  Json::StreamWriterBuilder writer;
+  writer["indentation"] = "";
+  writer["emitUTF8"] = true;
+  return Json::writeString(writer, document);
 }
 
 bool hasRotatingLoop(const Json::Value& value) {
@@ -53,8 +64,8 @@ void removeFileNames(Json::Value& value) {
 
 /// The path of the included file `name`, as the user of the tool, not the page, would name it.
 std::string userPath(const CPageOptions& options, const std::string& name) {
-  if (options.directory.empty() || std::filesystem::path(name).is_absolute()) return name;
-  return (std::filesystem::path(options.directory) / name).lexically_normal().string();
+  const std::filesystem::path path = std::filesystem::path(options.directory) / name;
+  return path.empty() ? name : path.lexically_normal().string();
 }
 
 }  // namespace
@@ -117,10 +128,9 @@ std::vector<std::string> CPageRunner::includedFiles() const {
 }
 
 std::vector<std::string> CPageRunner::TokenNames() const {
-  CPageHost host(m_values, m_size);
-  host.ServeVariables(m_variables);
+  const std::unique_ptr<CPageHost> host = NewHost();
   std::vector<std::string> names;
-  for (const auto& [name, handler] : host.tokens().handlers()) names.push_back(name);
+  for (const auto& [name, handler] : host->tokens().handlers()) names.push_back(name);
   return names;
 }
 
@@ -130,17 +140,36 @@ std::string CPageRunner::Serve(const std::string& name, const CChanges& changes)
   Json::Value document = change == changes.end() ? included.source.document() : change->second;
   if (!included.source.errors().empty() || !document.isObject()) return included.source.text();
   document[includedFileMember] = name;
-  return jsoncpp_string::toString(document);
+  return textOf(document);
+}
+
+std::unique_ptr<CPageHost> CPageRunner::NewHost() const {
+  auto host = std::make_unique<CPageHost>(m_values, m_size);
+  host->ServeVariables(m_variables);
+  return host;
+}
+
+void CPageRunner::SetSize(CScreenSize size) {
+  m_size = size;
+  m_host.reset();
+}
+
+/// The host that comes to `pass` next. Only the number of passes so far is left of those before.
+CPageHost& CPageRunner::HostBefore(unsigned pass) {
+  if (m_host == nullptr || pass <= m_passes) {
+    m_host = NewHost();
+    m_passes = 0;
+  }
+  m_host->SkipPasses(pass - 1 - m_passes);
+  m_passes = pass;
+  return *m_host;
 }
 
 CPageRun CPageRunner::Run(const CChanges& changes, unsigned pass) {
   const CIncludeReader reader([&](const std::string& name) { return Serve(name, changes); });
   const auto change = changes.find(m_page.name());
-  const std::string text =
-      change == changes.end() ? PageText() : jsoncpp_string::toString(change->second);
-  CPageHost host(m_values, m_size);
-  host.ServeVariables(m_variables);
-  host.SkipPasses(pass - 1);
+  const std::string text = change == changes.end() ? PageText() : textOf(change->second);
+  CPageHost& host = HostBefore(pass);
   CPageRun run;
   CMessageRecorder recorder;
   try {
@@ -153,20 +182,23 @@ CPageRun CPageRunner::Run(const CChanges& changes, unsigned pass) {
 }
 
 std::string CPageRunner::PageText() const {
-  return m_page.errors().empty() ? jsoncpp_string::toString(m_page.document()) : m_page.text();
+  return m_page.errors().empty() ? textOf(m_page.document()) : m_page.text();
 }
 
-unsigned CPageRunner::PassesUntilRepeat() {
+unsigned CPageRunner::PassesUntilRepeat(unsigned limit) {
   bool rotates = hasRotatingLoop(m_page.document());
   for (const auto& [name, file] : m_files) {
     rotates = rotates || hasRotatingLoop(file->source.document());
   }
   if (!rotates) return 1;
   std::vector<std::string> texts;
-  for (unsigned pass = 1; pass <= maximumPasses; ++pass) {
-    texts.push_back(jsoncpp_string::toString(Run({}, pass).result));
+  for (unsigned count = std::min(limit, 60U);; count = std::min(limit, 2 * count)) {
+    while (texts.size() < count) {
+      const auto pass = static_cast<unsigned>(texts.size() + 1);
+      texts.push_back(jsoncpp_string::toString(Run({}, pass).result));
+    }
+    if (period(texts) < count || count == limit) return period(texts);
   }
-  return period(texts);
 }
 
 }  // namespace ttr

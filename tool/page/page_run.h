@@ -65,17 +65,17 @@ class CPageRunner {
   std::vector<std::string> includedFiles() const;
   const Json::Value& values() const { return m_values; }
   CScreenSize size() const { return m_size; }
-  void SetSize(CScreenSize size) { m_size = size; }
+  void SetSize(CScreenSize size);
   /// Names that tokens can begin with: the handlers' and the variables that the page binds.
   std::vector<std::string> TokenNames() const;
 
   /// Pass number `pass` (from 1) of the page, as it is in its files except for `changes`.
   CPageRun Run(const CChanges& changes, unsigned pass);
 
-  /// The passes until the page repeats itself: 1 for a page without rotating loops.
-  /// At most `maximumPasses`, also for a page that never does.
-  unsigned PassesUntilRepeat();
-  static constexpr unsigned maximumPasses = 60;
+  /// The passes until the page repeats itself, 1 for a page without rotating loops; `limit` when it
+  /// does not do so within half as many.
+  unsigned PassesUntilRepeat(unsigned limit = defaultPasses);
+  static constexpr unsigned defaultPasses = 60;
 
  private:
   struct CFile;
@@ -83,6 +83,8 @@ class CPageRunner {
   std::string Serve(const std::string& name, const CChanges& changes);
 
   std::string PageText() const;
+  std::unique_ptr<CPageHost> NewHost() const;
+  CPageHost& HostBefore(unsigned pass);
 
   CPageOptions m_options;
   CSourceFile m_page;
@@ -91,6 +93,8 @@ class CPageRunner {
   std::unique_ptr<CWorkingDirectory> m_directory;  ///< once page and values have been read
   std::set<std::string> m_variables;  ///< that the page binds; a reduced copy may bind fewer
   std::map<std::string, std::unique_ptr<CFile>> m_files;
+  std::unique_ptr<CPageHost> m_host;  ///< kept, as passes are mostly asked for one after the other
+  unsigned m_passes = 0;              ///< that the host has behind it
 };
 
 }  // namespace ttr

@@ -62,9 +62,7 @@ std::size_t nameBefore(const std::string& text, std::size_t value) {
   return at > 0 && text[at - 1] == '"' ? openingQuote(text, at - 1) : value;
 }
 
-std::size_t startOf(const Json::Value& value) {
-  return static_cast<std::size_t>(std::max<std::ptrdiff_t>(value.getOffsetStart(), 0));
-}
+constexpr std::string_view byteOrderMark = "\xef\xbb\xbf";
 
 }  // namespace
 
@@ -78,14 +76,17 @@ CSourceFile::CSourceFile(std::string name, std::string text)
   for (std::size_t at = 0; at < m_text.size(); ++at) {
     if (m_text[at] == '\n') m_lineStarts.push_back(at + 1);
   }
+  if (m_text.compare(0, byteOrderMark.size(), byteOrderMark) == 0) m_begin = byteOrderMark.size();
   Json::CharReaderBuilder builder;
   builder["collectComments"] = false;
   const std::unique_ptr<Json::CharReader> reader(builder.newCharReader());
   std::string errors;
   try {
     const char* begin = m_text.data();
-    if (reader->parse(begin, begin + m_text.size(), &m_document, &errors)) return;
+    const char* end = begin + m_text.size();
+    if (reader->parse(begin + m_begin, end, &m_document, &errors)) return;
     m_errors = readErrors(errors, m_name);
+    for (CSyntaxError& error : m_errors) error.place.column += error.place.line == 1 ? m_begin : 0;
   } catch (const Json::RuntimeError& error) {  // nested too deep
     errors = error.what();
   }
@@ -106,23 +107,37 @@ const Json::Value& CSourceFile::NearestValue(const CJsonPointer& pointer) const 
 }
 
 CPlace CSourceFile::PlaceOf(const CJsonPointer& pointer) const {
-  return PlaceAt(startOf(NearestValue(pointer)));
+  return PlaceAt(StartOf(NearestValue(pointer)));
 }
 
 CPlace CSourceFile::PlaceOfName(const CJsonPointer& pointer) const {
   if (pointer.empty() || pointer.Find(m_document) == nullptr) return PlaceOf(pointer);
-  const std::size_t value = startOf(*pointer.Find(m_document));
+  const std::size_t value = StartOf(*pointer.Find(m_document));
   if (!pointer.Parent().Find(m_document)->isObject()) return PlaceAt(value);
   return PlaceAt(nameBefore(m_text, value));
 }
 
-CPlace CSourceFile::PlaceOfPart(const CJsonPointer& pointer, const std::string& part) const {
+std::size_t CSourceFile::StartOf(const Json::Value& value) const {
+  return m_begin + static_cast<std::size_t>(std::max<std::ptrdiff_t>(value.getOffsetStart(), 0));
+}
+
+std::string_view CSourceFile::WrittenString(const CJsonPointer& pointer) const {
   const Json::Value* value = pointer.Find(m_document);
-  if (value == nullptr || !value->isString()) return PlaceOf(pointer);
-  const std::size_t begin = startOf(*value);
-  const std::size_t end = static_cast<std::size_t>(value->getOffsetLimit());
-  const std::size_t found = m_text.find(part, begin);
-  return PlaceAt(found < end && found + part.size() <= end ? found : begin);
+  if (value == nullptr || !value->isString()) return {};
+  const auto length = static_cast<std::size_t>(value->getOffsetLimit() - value->getOffsetStart());
+  return std::string_view(m_text).substr(StartOf(*value), length);
+}
+
+CPlace CSourceFile::PlaceOfPart(const CJsonPointer& pointer, const std::string& part) const {
+  const std::size_t found = WrittenString(pointer).find(part);
+  if (found == std::string_view::npos) return PlaceOf(pointer);
+  return PlaceAt(StartOf(*pointer.Find(m_document)) + found);
+}
+
+CPlace CSourceFile::PlaceOfLastPart(const CJsonPointer& pointer, const std::string& part) const {
+  const std::size_t found = WrittenString(pointer).rfind(part);
+  if (found == std::string_view::npos) return PlaceOf(pointer);
+  return PlaceAt(StartOf(*pointer.Find(m_document)) + found);
 }
 
 }  // namespace ttr

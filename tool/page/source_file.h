@@ -5,6 +5,7 @@
 
 #include <cstddef>
 #include <string>
+#include <string_view>
 #include <vector>
 
 #include "page/json_pointer.h"
@@ -48,15 +49,21 @@ class CSourceFile {
   /// Where `part` begins in the text of the string that `pointer` leads to; as `PlaceOf` when it is
   /// not found there as written.
   CPlace PlaceOfPart(const CJsonPointer& pointer, const std::string& part) const;
+  /// As `PlaceOfPart`, for the last time that `part` stands there.
+  CPlace PlaceOfLastPart(const CJsonPointer& pointer, const std::string& part) const;
 
  private:
   const Json::Value& NearestValue(const CJsonPointer& pointer) const;
+  std::size_t StartOf(const Json::Value& value) const;
+  /// The text of the string that `pointer` leads to, as it is written; empty for anything else.
+  std::string_view WrittenString(const CJsonPointer& pointer) const;
 
   std::string m_name;
   std::string m_text;
   Json::Value m_document;
   std::vector<CSyntaxError> m_errors;
   std::vector<std::size_t> m_lineStarts;  ///< offsets
+  std::size_t m_begin = 0;  ///< behind a byte order mark, which JsonCpp does not count
 };
 
 }  // namespace ttr

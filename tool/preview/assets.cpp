@@ -9,6 +9,7 @@
 #include <vector>
 
 #include "files.h"
+#include "preview/image_format.h"
 #include "tool_error.h"
 
 namespace ttr {
@@ -41,12 +42,6 @@ std::string base64(const std::string& bytes) {
     }
   }
   return text;
-}
-
-/// The media type of an image that browsers and librsvg show, told from its first bytes.
-std::string mediaType(const std::string& bytes) {
-  if (bytes.compare(0, 8, "\x89PNG\r\n\x1A\n") == 0) return "image/png";
-  return bytes.compare(0, 3, "\xFF\xD8\xFF") == 0 ? "image/jpeg" : "";
 }
 
 /// The entry of `directory` that is called `name`, else the first by its name that is so but for
@@ -124,6 +119,7 @@ CImage CAssets::load(const std::string& name) {
     const std::string bytes = readText(target.string());
     const std::string type = mediaType(bytes);
     if (type.empty()) return {name, "", "neither PNG nor JPEG"};
+    if (!isWellFormedImage(bytes)) return {name, "", "broken"};
     return {name, "data:" + type + ";base64," + base64(bytes), ""};
   } catch (const CToolError& toolError) {
     return {name, "", "cannot be read"};

@@ -20,17 +20,19 @@ Json::Value memberOf(const Json::Value* value, const char* name) {
   return value != nullptr && value->isObject() ? (*value)[name] : Json::Value();
 }
 
-bool hasFourInts(const Json::Value& bounds) {
+/// Numbers in the range of int; parts of pixels are cut off.
+bool hasFourNumbers(const Json::Value& bounds) {
   if (!bounds.isArray() || bounds.size() < 4) return false;
   for (Json::ArrayIndex index = 0; index < 4; ++index) {
-    if (!bounds[index].isInt()) return false;
+    const Json::Value& number = bounds[index];
+    if (!number.isDouble() || !number.isConvertibleTo(Json::intValue)) return false;
   }
   return true;
 }
 
 /// Bounds as a box; nothing when they cannot be drawn.
 std::optional<CBox> boxOf(const Json::Value& bounds) {
-  if (!hasFourInts(bounds)) return std::nullopt;
+  if (!hasFourNumbers(bounds)) return std::nullopt;
   const CBox box{bounds[0].asInt(), bounds[1].asInt(), bounds[2].asInt(), bounds[3].asInt()};
   return box.width < 0 || box.height < 0 ? std::nullopt : std::optional<CBox>(box);
 }
@@ -38,7 +40,7 @@ std::optional<CBox> boxOf(const Json::Value& bounds) {
 /// The first four entries, for the viewer, which knows bounds of whole numbers only.
 Json::Value fourInts(const Json::Value& bounds) {
   Json::Value four;
-  if (!hasFourInts(bounds)) return four;
+  if (!hasFourNumbers(bounds)) return four;
   for (Json::ArrayIndex index = 0; index < 4; ++index) four.append(bounds[index].asInt());
   return four;
 }
@@ -123,7 +125,8 @@ class CBuilder {
 
   CNodeBounds boundsOf(const CElementNode& node) const {
     static const CBoundsFacts unknown;
-    const CBoundsFacts& facts = factsOf(node) == nullptr ? unknown : *factsOf(node);
+    const CBoundsFacts* known = factsOf(node);
+    const CBoundsFacts& facts = known == nullptr ? unknown : *known;
     CNodeBounds bounds;
     bounds.enclosing = facts.enclosing;
     if (node.IsNull()) return bounds;

@@ -3,8 +3,11 @@
 
 #include <algorithm>
 #include <filesystem>
+#include <map>
 #include <utility>
 
+#include "check/fault_codes.h"
+#include "check/fault_search.h"
 #include "page/element_tree.h"
 #include "page/page_run.h"
 #include "preview/assets.h"
@@ -14,7 +17,6 @@
 #include "preview/picture.h"
 #include "preview/rsvg.h"
 #include "preview/viewer_page.h"
-#include "tool_error.h"
 
 namespace ttr {
 namespace {
@@ -23,37 +25,73 @@ namespace fs = std::filesystem;
 
 /// A page that is no JSON has no picture.
 void refuseSyntaxErrors(const CSourceFile& page) {
-  if (page.errors().empty()) return;
-  const CSourceFile::CSyntaxError& error = page.errors().front();
-  throw CToolError(error.place.Text(), error.reason);
+  if (!page.errors().empty()) throw CFaultyPage(syntaxFaults(page));
 }
 
-/// Ends the preview with the place that the exception of a pass comes from.
-[[noreturn]] void refuseException(CPageRunner& page, unsigned pass, const std::string& exception) {
-  for (const CFault& fault : findFaults(page, {pass, pass})) {
-    if (fault.level == CFault::levelError && fault.message.find(exception) != std::string::npos) {
-      throw CToolError(fault.place.Text(), fault.message);
+/// The fault that ended a pass in `exception`. `ttr check` has better words for some exceptions,
+/// but keeps their code.
+CFault causeOf(CPageRunner& page, unsigned pass, const std::string& exception) {
+  const std::vector<CFault> faults = findFaults(page, {pass, pass});
+  const auto firstThat = [&faults](const auto& condition) {
+    return std::find_if(faults.begin(), faults.end(), condition);
+  };
+  CFault cause;
+  cause.code = kindOfException(exception).code;
+  cause.level = CFault::levelError;
+  cause.message = oneLine(exception);
+  cause.place.file = page.pageFile().name();
+  auto found = firstThat([&](const CFault& fault) { return fault.message == cause.message; });
+  if (found != faults.end()) return *found;
+  found = firstThat([&](const CFault& fault) { return fault.code == cause.code; });
+  return found == faults.end() ? cause : *found;
+}
+
+/// Makes the pictures of one page.
+class CPictureMaker {
+ public:
+  CPictureMaker(CPageRunner& page, CAssets& assets) : m_page(page), m_assets(assets) {}
+
+  CPreviewPicture Make(unsigned pass, bool isOneOfSeveral) {
+    const CPageRun run = m_page.Run({}, pass);
+    if (run.exception) {
+      CFault cause = causeOf(m_page, pass, *run.exception);
+      if (isOneOfSeveral) cause.message = "pass " + std::to_string(pass) + ": " + cause.message;
+      throw CFaultyPage({cause});
     }
+    const CElementNode root = elementTree(m_page, run);
+    CPageElements elements = pageElements(m_page, root, probeBounds(m_page, root, pass), m_assets);
+    CPreviewPicture picture;
+    picture.size = std::to_string(m_page.size().width) + 'x' + std::to_string(m_page.size().height);
+    picture.pass = pass;
+    elements.scene.name = "s" + picture.size + "p" + std::to_string(pass);
+    CPicture drawn = drawPicture(elements.scene);
+    picture.svg = std::move(drawn.svg);
+    picture.canvas = drawn.canvas;
+    picture.elements = std::move(elements.elements);
+    picture.faults = faultsOf(picture, run.messages);
+    return picture;
   }
-  throw CToolError(page.pageFile().name(), exception);
-}
 
-CPreviewPicture makePicture(CPageRunner& page, unsigned pass, CAssets& assets) {
-  const CPageRun run = page.Run({}, pass);
-  if (run.exception) refuseException(page, pass, *run.exception);
-  const CElementNode root = elementTree(page, run);
-  CPageElements elements = pageElements(page, root, probeBounds(page, root, pass), assets);
-  CPreviewPicture picture;
-  picture.size = std::to_string(page.size().width) + 'x' + std::to_string(page.size().height);
-  picture.pass = pass;
-  elements.scene.name = "s" + picture.size + "p" + std::to_string(pass);
-  CPicture drawn = drawPicture(elements.scene);
-  picture.svg = std::move(drawn.svg);
-  picture.canvas = drawn.canvas;
-  picture.elements = std::move(elements.elements);
-  picture.faults = findFaults(page, {pass, pass});
-  return picture;
-}
+ private:
+  /// The search takes long, so that pictures that show the same of the template, and whose messages
+  /// are the same, share one.
+  const std::vector<CFault>& faultsOf(const CPreviewPicture& picture,
+                                      std::vector<std::string> messages) {
+    std::sort(messages.begin(), messages.end());
+    std::string likeness = picture.size;
+    for (const std::string& message : messages) likeness += '\n' + message;
+    for (const CPreviewElement& element : picture.elements) {
+      likeness += '\n' + element.place + (element.isNull ? "-" : "+");
+    }
+    const auto [known, added] = m_faults.try_emplace(std::move(likeness));
+    if (added) known->second = findFaults(m_page, {picture.pass, picture.pass});
+    return known->second;
+  }
+
+  CPageRunner& m_page;
+  CAssets& m_assets;
+  std::map<std::string, std::vector<CFault>> m_faults;
+};
 
 /// How many passes the outputs show.
 unsigned passCount(CPageRunner& page, const CPreviewOptions& options) {
@@ -115,6 +153,10 @@ void addPictures(const std::vector<CPreviewPicture>& pictures, const std::string
 
 }  // namespace
 
+CFaultyPage::CFaultyPage(std::vector<CFault> faults)
+    : CToolError(faults.front().place.Text(), faults.front().message),
+      m_faults(std::move(faults)) {}
+
 CPreviewModel makePreview(const CPreviewOptions& options) {
   CPreviewModel model;
   model.page = options.page.page;
@@ -124,10 +166,11 @@ CPreviewModel makePreview(const CPreviewOptions& options) {
   refuseSyntaxErrors(page.pageFile());
   const unsigned first = options.page.pass;
   const unsigned count = passCount(page, options);
+  CPictureMaker pictures(page, assets);
   for (const std::string& size : options.sizes) {
     page.SetSize(parseScreenSize(size));
     for (unsigned pass = 0; pass < count; ++pass) {
-      model.pictures.push_back(makePicture(page, first + pass, assets));
+      model.pictures.push_back(pictures.Make(first + pass, count > 1));
     }
   }
   for (const std::string& name : page.includedFiles()) {

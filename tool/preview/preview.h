@@ -9,8 +9,21 @@
 #include "check/fault.h"
 #include "page_options.h"
 #include "preview/box.h"
+#include "tool_error.h"
 
 namespace ttr {
+
+/// The page has no picture: it is no JSON, or a pass of it ends in an exception.
+class CFaultyPage : public CToolError {
+ public:
+  /// `faults` says why; it is not empty.
+  explicit CFaultyPage(std::vector<CFault> faults);
+
+  const std::vector<CFault>& faults() const { return m_faults; }
+
+ private:
+  std::vector<CFault> m_faults;
+};
 
 /// What `ttr preview` was asked for.
 struct CPreviewOptions {
@@ -64,8 +77,8 @@ struct CPreviewFile {
 };
 
 /// Resolves the page for every size and pass.
-/// \throws CToolError when the page is no JSON, a pass ends in an exception, or a file cannot be
-/// read
+/// \throws CFaultyPage when the page has no picture
+/// \throws CToolError when a file cannot be read
 CPreviewModel makePreview(const CPreviewOptions& options);
 
 /// The files of the preview. With `outdated`, the reason why `model` is not today's page, each

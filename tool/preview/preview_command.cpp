@@ -1,19 +1,15 @@
 // `ttr preview`: a page and the values of its tokens in, pictures of the resolved page out.
 #include "preview/preview_command.h"
 
-#include <unistd.h>
-
 #include <CLI/CLI.hpp>
-#include <iostream>
 #include <memory>
 #include <string>
 #include <vector>
 
-#include "check/check_report.h"
-#include "check/fault_list.h"
 #include "files.h"
 #include "output_options.h"
 #include "page/page_run.h"
+#include "preview/fault_output.h"
 #include "preview/output_name.h"
 #include "preview/preview.h"
 #include "preview/watch.h"
@@ -29,23 +25,25 @@ struct CPreviewCommand {
   bool isWatched = false;
 };
 
-/// The faults of all pictures, each of them once.
-std::vector<CFault> allFaults(const CPreviewModel& model) {
-  CFaultList faults;
-  faults.AddFile(model.page);
-  for (const CPreviewPicture& picture : model.pictures) {
-    for (const CFault& fault : picture.faults) faults.Add(fault);
+/// Makes the pictures once.
+int writePreview(const CPreviewOptions& options, const COutputOptions& output) {
+  CPreviewModel model;
+  try {
+    model = makePreview(options);
+  } catch (const CFaultyPage& page) {
+    printFaults(page.faults(), output);
+    return 2;
   }
-  return faults.Sorted();
-}
-
-/// As `ttr check` prints them.
-void reportFaults(const std::vector<CFault>& faults, const COutputOptions& options) {
-  CCheckReport report;
-  for (const CFault& fault : faults) {
-    if (!options.quiet || fault.level == CFault::levelError) report.faults.push_back(fault);
+  for (const CPreviewFile& file : renderPreview(model, options, "", false)) {
+    if (file.name == "-") {
+      writeStandardOutput(file.content);
+    } else {
+      writeFile(file.name, file.content);
+    }
   }
-  std::cerr << textReport(report, useColor(options, STDERR_FILENO)) << std::flush;
+  const std::vector<CFault> faults = allFaults(model);
+  printFaults(faults, output);
+  return faults.empty() ? 0 : 1;
 }
 
 int runPreview(CPreviewCommand& command) {
@@ -56,22 +54,10 @@ int runPreview(CPreviewCommand& command) {
     throw CToolError("-o", "say what to write: a name that ends in .svg, .png or .html");
   }
   checkOutputs(options);
-  if (isWatched) {
-    command.watch.quiet = command.output.quiet;
-    watchPreview(options, command.watch);
-    return 0;
-  }
-  const CPreviewModel model = makePreview(options);
-  for (const CPreviewFile& file : renderPreview(model, options, "", false)) {
-    if (file.name == "-") {
-      writeStandardOutput(file.content);
-    } else {
-      writeFile(file.name, file.content);
-    }
-  }
-  const std::vector<CFault> faults = allFaults(model);
-  reportFaults(faults, command.output);
-  return faults.empty() ? 0 : 1;
+  if (!isWatched) return writePreview(options, command.output);
+  command.watch.output = command.output;
+  watchPreview(options, command.watch);
+  return 0;
 }
 
 constexpr char examples[] = R"(Examples:
@@ -113,7 +99,7 @@ void addPreviewOptions(CLI::App& command, CPreviewOptions& options) {
                   "How many passes from --pass on; by default one, and\n"
                   "for HTML and names with {pass} all until they repeat")
       ->type_name("N")
-      ->check(CLI::Range(1U, CPageRunner::maximumPasses));
+      ->check(CLI::Range(1U, CPageRunner::defaultPasses));
   command
       .add_option("-o,--output", options.outputs,
                   "Write to this file, SVG, PNG or HTML by its ending; {size}\n"

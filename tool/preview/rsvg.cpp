@@ -46,6 +46,14 @@ std::string contents(std::FILE* file) {
   return text;
 }
 
+/// What a child tells by its exit code that could not become the program: POSIX lets posix_spawn
+/// report it so, and an emulator that has no vfork does.
+constexpr int notStarted = 127;
+
+[[noreturn]] void failAsMissing() {
+  throw CToolError(program, "not found; PNG pictures need it (Debian: apt install librsvg2-bin)");
+}
+
 /// Runs the program with these standard streams; its status as waitpid tells it.
 int run(std::FILE* input, std::FILE* output, std::FILE* errors) {
   posix_spawn_file_actions_t streams;
@@ -60,9 +68,7 @@ int run(std::FILE* input, std::FILE* output, std::FILE* errors) {
   pid_t child = 0;
   const int error = ::posix_spawnp(&child, program, &streams, nullptr, arguments, ::environ);
   ::posix_spawn_file_actions_destroy(&streams);
-  if (error == ENOENT) {
-    throw CToolError(program, "not found; PNG pictures need it (Debian: apt install librsvg2-bin)");
-  }
+  if (error == ENOENT) failAsMissing();
   if (error != 0) throw CToolError(program, std::strerror(error));
   int status = 0;
   while (::waitpid(child, &status, 0) < 0) {
@@ -81,6 +87,7 @@ std::string pngFromSvg(const std::string& svg) {
   const int status = run(input.get(), output.get(), errors.get());
   const std::string png = contents(output.get());
   if (WIFEXITED(status) && WEXITSTATUS(status) == 0 && !png.empty()) return png;
+  if (WIFEXITED(status) && WEXITSTATUS(status) == notStarted) failAsMissing();
   const std::string reason = contents(errors.get());
   throw CToolError(program, reason.empty() ? "it ended without a picture" : reason);
 }

@@ -188,7 +188,7 @@ std::string CShapePainter::image(const CImage& image, const CBox& box) {
   if (image.dataUri.empty()) return placeholder(image, box);
   const std::string next = m_name + "-image-" + std::to_string(m_images.size());
   const std::string& name = m_images.emplace(image.dataUri, next).first->second;
-  return "<use" + attribute("href", '#' + name) + geometry(box) + "/>";
+  return "<svg" + geometry(box) + "><use" + attribute("href", '#' + name) + "/></svg>";
 }
 
 /// A small landscape, and the name below it where there is room.
@@ -236,9 +236,11 @@ std::string CShapePainter::Alarm(const CShape& shape) const {
 std::string CShapePainter::Definitions() const {
   std::string text;
   for (const std::uint32_t colour : m_hatched) text += hatch(colour);
+  // An image is as large as the SVG element that uses it. No symbol: some programs that draw SVG
+  // take the percentages in it of the whole picture.
   for (const auto& [dataUri, name] : m_images) {
-    text += "<symbol" + attribute("id", name) + "><image width=\"100%\" height=\"100%\"" +
-            attribute("href", dataUri) + "/></symbol>\n";
+    text += "<image" + attribute("id", name) + " width=\"100%\" height=\"100%\"" +
+            attribute("href", dataUri) + "/>\n";
   }
   return text;
 }

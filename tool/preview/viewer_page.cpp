@@ -118,21 +118,24 @@ Json::Value wholeModel(const CPreviewModel& preview, const std::string& outdated
   return model;
 }
 
-void replaceAll(std::string& text, const std::string& from, const std::string& to) {
-  for (std::size_t at = text.find(from); at != std::string::npos;
-       at = text.find(from, at + to.size())) {
-    text.replace(at, from.size(), to);
+/// A new text, as replacing in place would move the rest each time.
+std::string replacedAll(const std::string& text, const std::string& from, const std::string& to) {
+  std::string replaced;
+  replaced.reserve(text.size() + text.size() / 8);
+  std::size_t begin = 0;
+  for (std::size_t at = text.find(from); at != std::string::npos; at = text.find(from, begin)) {
+    replaced.append(text, begin, at - begin).append(to);
+    begin = at + from.size();
   }
+  return replaced.append(text, begin, std::string::npos);
 }
 
 /// `model` as JSON that nothing in ends, or begins, a script: as text in a page, in ASCII.
 std::string scriptText(const Json::Value& model) {
   Json::StreamWriterBuilder writer;
   writer["indentation"] = "";
-  std::string text = Json::writeString(writer, model);
-  replaceAll(text, "</", "<\\/");
-  replaceAll(text, "<!", "<\\u0021");
-  return text;
+  const std::string text = replacedAll(Json::writeString(writer, model), "</", "<\\/");
+  return replacedAll(text, "<!", "<\\u0021");
 }
 
 }  // namespace

@@ -16,9 +16,11 @@
 #include <iostream>
 #include <optional>
 #include <set>
+#include <utility>
 
 #include "files.h"
 #include "page/page_run.h"
+#include "preview/fault_output.h"
 #include "preview/file_watch.h"
 #include "preview/server.h"
 #include "tool_error.h"
@@ -120,6 +122,17 @@ std::vector<std::string> includedFiles(const CPageOptions& options) {
   return files;
 }
 
+/// Why a page is not whole: a file that it includes is missing, as one that an author is about to
+/// save can be. Empty for a whole page.
+std::string missingPart(const std::vector<CFault>& faults) {
+  for (const CFault& fault : faults) {
+    if (fault.code == "json-syntax" || fault.code == "not-included") {
+      return fault.place.Text() + ": " + fault.message;
+    }
+  }
+  return "";
+}
+
 /// The preview as it was built last, in its files and on the server.
 class CWatchedPreview {
  public:
@@ -144,7 +157,9 @@ class CWatchedPreview {
   CPreviewOptions m_options;
   CPreviewOptions m_served;  ///< the same for the server's page
   CWatchOptions m_watch;
-  CPreviewModel m_model;   ///< the last good one
+  CPreviewModel m_model;  ///< the last good one; until there is one, the last that is not whole
+  bool m_isGood = false;
+  std::vector<CFault> m_faults;
   std::string m_outdated;  ///< why it is not today's
   std::vector<std::string> m_files;
   std::set<std::string> m_written;
@@ -169,16 +184,23 @@ std::vector<std::string> CWatchedPreview::Files() const {
 
 void CWatchedPreview::resolve() {
   m_files = givenFiles(m_options.page);
-  std::vector<std::string> included;
+  m_faults.clear();
+  std::vector<std::string> tried;
   try {
     // The server's page shows all that the other outputs do.
-    m_model = makePreview(m_watch.serve ? m_served : m_options);
-    m_outdated.clear();
+    CPreviewModel model = makePreview(m_watch.serve ? m_served : m_options);
+    tried = model.files;
+    m_faults = allFaults(model);
+    m_outdated = missingPart(m_faults);
+    if (m_outdated.empty() || !m_isGood) m_model = std::move(model);
+    m_isGood = m_isGood || m_outdated.empty();
   } catch (const std::exception& error) {
     m_outdated = error.what();
-    included = includedFiles(m_options.page);
+    const auto* page = dynamic_cast<const CFaultyPage*>(&error);
+    if (page != nullptr) m_faults = page->faults();
+    tried = includedFiles(m_options.page);
   }
-  m_files.insert(m_files.end(), included.begin(), included.end());
+  m_files.insert(m_files.end(), tried.begin(), tried.end());
   m_files.insert(m_files.end(), m_model.files.begin(), m_model.files.end());
 }
 
@@ -203,9 +225,10 @@ void CWatchedPreview::serve() {
 void CWatchedPreview::report() {
   const char* const done = m_built ? "rebuilt: " : "built: ";
   m_built = true;
+  printFaults(m_faults, m_watch.output);
   if (!m_outdated.empty()) {
-    std::cerr << "ttr: " << oneLine(m_outdated) << std::endl;
-  } else if (!m_watch.quiet) {
+    if (m_faults.empty()) std::cerr << "ttr: " << oneLine(m_outdated) << std::endl;
+  } else if (!m_watch.output.quiet) {
     std::string names;
     for (const std::string& name : m_options.outputs) names += (names.empty() ? "" : ", ") + name;
     std::cerr << "ttr: " << done << (names.empty() ? m_options.page.page : names) << std::endl;

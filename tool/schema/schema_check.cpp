@@ -36,7 +36,7 @@ class CTemplateSchema {
   const Json::Value& document() const { return m_document; }
   const Json::Value& Referenced(const Json::Value& part) const {
     if (!part.isMember("$ref")) return part;
-    return *CJsonPointer::Parse(part["$ref"].asString().substr(1)).Find(m_document);
+    return Referenced(*CJsonPointer::Parse(part["$ref"].asString().substr(1)).Find(m_document));
   }
   const valijson::Schema& Ready(const Json::Value& part) const { return m_ready.at(&part); }
 

@@ -29,13 +29,16 @@ int runTest(const CTestOptions& options) {
   const std::vector<std::string> folders = findCases(options.directory);
   if (folders.empty()) throw CToolError(options.directory, "no folder with a template.json in it");
   const bool color = useColor(options.output, STDOUT_FILENO);
-  const bool silent = options.output.quiet || options.junit == "-";
+  const bool silent = options.junit == "-";
   std::vector<CCaseResult> results;
   for (const std::string& folder : folders) {
     results.push_back(options.update ? updateCase(folder) : checkCase(folder));
-    if (!silent) writeStandardOutput(caseReport(results.back(), color));
+    const bool error = !results.back().failure.empty();
+    if (!silent && (error || !options.output.quiet)) {
+      writeStandardOutput(caseReport(results.back(), color));
+    }
   }
-  if (!silent) writeStandardOutput(summary(results, color));
+  if (!silent && !options.output.quiet) writeStandardOutput(summary(results, color));
   const std::string report = junitReport(options.directory, results);
   if (options.junit == "-") {
     writeStandardOutput(report);
@@ -60,6 +63,8 @@ Examples:
   ttr test pages
   ttr test pages --update          # first write, or bring up to date, what is expected
   ttr test pages --junit report.xml
+
+With -q only the cases that fail are reported: no updated file, and no summary.
 
 Exit code: 0 when all cases pass or were updated, 1 when one fails, 2 when the command could not be
 carried out, as for a DIR without any case.)";

@@ -43,6 +43,13 @@ ttr::CCheckReport report() {
   return report;
 }
 
+TEST(CheckReport, OnlyErrorsStay) {
+  const ttr::CCheckReport errors = report().OnlyErrors();
+  ASSERT_EQ(errors.faults.size(), 1U);
+  EXPECT_EQ(errors.faults[0].code, "json-syntax");
+  EXPECT_EQ(errors.failures, report().failures);
+}
+
 TEST(CheckReport, TextIsOneLineForEachFaultAndInclude) {
   EXPECT_EQ(ttr::textReport(report(), false),
             "my parts/h\xC3\xA4.json:2:12: warning: no token handler for: clok. "

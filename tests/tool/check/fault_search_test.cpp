@@ -45,7 +45,7 @@ TEST(FaultSearch, OneFaultTakesRunsByDepthAndTheLogarithmOfWidth) {
   // Each level: the element without entries, twice; all entries; and two runs for each halving.
   constexpr std::size_t perLevel = 2 + 1 + 2 * 6;
   for (const int depth : {1, 2, 3, 4}) {
-    const std::size_t runs = runsOf(text(nested(depth, 64, 41, "$(none)")));
+    const std::size_t runs = runsOf(text(nested(depth, 64, 41, "$(none")));
     EXPECT_LE(runs, 1 + static_cast<std::size_t>(depth) * perLevel) << depth;
     EXPECT_GE(runs, static_cast<std::size_t>(depth) * 6) << depth;
   }
@@ -55,6 +55,16 @@ TEST(FaultSearch, ManyFaultsTakeTwoRunsEach) {
   Json::Value page;
   for (Json::ArrayIndex i = 0; i < 64; ++i) page["Contents"][i] = "$(none)";
   EXPECT_LE(runsOf(text(page)), 3U + 2 * 64);
+}
+
+TEST(FaultSearch, TokensThatOneTextEachHasTakeNoRunsOfTheirOwn) {
+  Json::Value page;
+  for (Json::ArrayIndex i = 0; i < 64; ++i) {
+    page["Contents"][i] = "a $(none" + std::to_string(i) + ") b";
+  }
+  EXPECT_LE(runsOf(text(page)), 4U);
+  page["Contents"][64] = "$(none1)";
+  EXPECT_LE(runsOf(text(page)), 30U) << "two runs for each halving on the way to the two";
 }
 
 /// What one random page and its files wrote, and what the search made of it.

@@ -190,6 +190,57 @@ TEST(FindFaults, AllPassesAreLookedAtOnDemand) {
   EXPECT_EQ(described(faultsOf(files, {2, 2})), CTexts());
 }
 
+TEST(FindFaults, LikePassesCountWithoutASearchOfTheirOwn) {
+  const CFiles files = {{"page.json", R"j({"Contents": [{"Loop": {"List": "a,b", "Value": "v",
+      "Bounds": [], "Contents": [
+      {"If": {"Condition": "$(v)", "Equals": "a", "Contents": ["$(no)"]}},
+      {"If": {"Condition": "$(v)", "NotEquals": "a", "Contents": ["$(no)"]}}]}}]})j"}};
+  const std::string at = "/Contents/0/Loop/Contents/";
+  EXPECT_EQ(described(faultsOf(files, {1, 1})).size(), 1U);
+  EXPECT_EQ(described(faultsOf(files, {1, 7})),
+            (CTexts{"page.json:3:65 " + at + "0/If/Contents/0 [unknown-token] x3",
+                    "page.json:4:68 " + at + "1/If/Contents/0 [unknown-token] x4"}));
+}
+
+TEST(FindFaults, WhatTheLibraryDoesNotLookAtTellsTheWayThereToo) {
+  const CFiles files = {
+      {"page.json", R"({"Contents": [{"Include": {"Filename": "a.json"}}]})"},
+      {"a.json", R"({"Contents": [{"Include": {"Filename": "b.json"}}]})"},
+      {"b.json", R"({"Contents": [{"Display": "#FF0000FF", "Bonds": []}]})"},
+  };
+  const std::vector<ttr::CFault> faults = faultsOf(files);
+  ASSERT_EQ(faults.size(), 2U);
+  EXPECT_EQ(faults[0].code, "schema");
+  EXPECT_EQ(faults[1].code, "unknown-member");
+  for (const ttr::CFault& fault : faults) {
+    ASSERT_EQ(fault.includedFrom.size(), 2U) << fault.code;
+    EXPECT_EQ(shortText(fault.includedFrom[0]), "a.json:1:40");
+    EXPECT_EQ(shortText(fault.includedFrom[1]), "page.json:1:40");
+  }
+}
+
+TEST(FindFaults, TheWayToAFileIsKnownAlsoBehindAnException) {
+  const CTexts faults = described(faultsOf({
+      {"page.json", R"j({"Contents": ["$(n/0)", {"Include": {"Filename": "a.json"}}]})j"},
+      {"a.json", R"j({"Contents": ["$(no)", {"Bonds": []}]})j"},
+      {"values.json", R"({"n": 1})"},
+  }));
+  ASSERT_EQ(faults.size(), 3U);
+  EXPECT_EQ(faults[2], "a.json:1:25 /Contents/1/Bonds [unknown-member] < page.json:1:50");
+}
+
+TEST(FindFaults, AnExceptionIsToldInTheWordsOfTheSchema) {
+  const std::vector<ttr::CFault> faults =
+      faultsOf({{"page.json", R"j({"Contents": [{"If": [1]}, "$(n/0)"]})j"},
+                {"values.json", R"({"n": 1})"}});
+  ASSERT_EQ(faults.size(), 2U);
+  EXPECT_EQ(faults[0].code, "exception");
+  EXPECT_EQ(faults[0].level, ttr::CFault::levelError);
+  EXPECT_EQ(faults[0].pointer.Text(), "/Contents/0/If");
+  EXPECT_EQ(faults[0].message, R"("If" is an object with "Condition" and "Contents")");
+  EXPECT_NE(faults[1].message.find("divide by zero"), std::string::npos);
+}
+
 TEST(FindFaults, UnknownTokensAndMembersComeWithSuggestions) {
   const std::vector<ttr::CFault> faults = faultsOf({
       {"page.json",

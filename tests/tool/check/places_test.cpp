@@ -80,6 +80,9 @@ TEST(FaultPlaces, Includes) {
        {"1:40 /Contents/0/Include/Filename [not-included]"}},
       {R"({"Contents": [{"Include": {"Filename": "page.json"}}]})",
        {"1:40 /Contents/0/Include/Filename [include-cycle]"}},
+      {R"j({"Contents": [{"Include": {"Filename": "$(n/0)"}}, "$(no)"]})j",
+       {"1:40 /Contents/0/Include/Filename [division-by-zero]",
+        "1:53 /Contents/1 [unknown-token]"}},
   });
 }
 
@@ -126,6 +129,15 @@ TEST(FaultPlaces, Conditions) {
        {"1:36 /Contents/0/If/Condition [invalid-condition]",
         "1:37 /Contents/0/If/Condition [not-an-integer]",
         "1:51 /Contents/0/If/== [not-an-integer]"}},
+      {R"j({"Contents": [{"If": {"Condition": "$(n)", "==": "$(gap)"}}]})j",
+       {"1:50 /Contents/0/If/== [invalid-condition]", "1:50 /Contents/0/If/== [not-an-integer]"}},
+      {R"j({"Contents": [{"If": {"Condition": "$(gap)", "<": "$(n)"}}]})j",
+       {"1:36 /Contents/0/If/Condition [invalid-condition]",
+        "1:36 /Contents/0/If/Condition [not-an-integer]"}},
+      {R"j({"Contents": [{"If": {"Condition": "$(gap)", "==": "$(list[0])"}}]})j",
+       {"1:36 /Contents/0/If/Condition [invalid-condition]",
+        "1:36 /Contents/0/If/Condition [not-an-integer]",
+        "1:52 /Contents/0/If/== [not-an-integer]"}},
       {R"({"Contents": [{"If": {"Condition": 99999999999, "==": 5}}]})",
        {"1:36 /Contents/0/If/Condition [exception]"}},
   });
@@ -180,6 +192,9 @@ TEST(FaultPlaces, Tokens) {
         "1:91 /Contents/4 [not-an-integer]", "1:104 /Contents/5 [not-an-integer]",
         "1:112 /Contents/6 [division-by-zero]", "1:122 /Contents/7 [not-an-integer]",
         "1:122 /Contents/7 [exception]"}},
+      {R"j({"Contents": ["$(abx) $(ab)", "$(n) $(n", "$(ab)"]})j",
+       {"1:16 /Contents/0 [unknown-token]", "1:23 /Contents/0 [unknown-token]",
+        "1:37 /Contents/1 [unclosed-token]", "1:44 /Contents/2 [unknown-token]"}},
       {R"j({"Contents": [{"Play": ["$(n/0)", "$(n/0)", "$(nn)"], "Prec": ["$(n/0)"]}]})j",
        {"1:25 /Contents/0/Play/0 [division-by-zero]", "1:35 /Contents/0/Play/1 [division-by-zero]",
         "1:46 /Contents/0/Play/2 [unknown-token]", "1:64 /Contents/0/Prec/0 [division-by-zero]"}},

@@ -36,6 +36,8 @@ TEST(Suggestions, TheNearestNameWithinTheLimitIsMeant) {
   EXPECT_EQ(ttr::likelyName("clok", names, 1), "clock");
   EXPECT_EQ(ttr::likelyName("floc", names, 2), "flock");
   EXPECT_EQ(ttr::likelyName("WEATHER", names, 0), "weather");
+  EXPECT_EQ(ttr::likelyName("clock3", {"clocks", "clock"}, 1), "clock") << "begins alike";
+  EXPECT_EQ(ttr::likelyName("click", {"chick", "clock"}, 1), "chick") << "the first";
   EXPECT_EQ(ttr::likelyName("cl", names, 2), std::nullopt);
   EXPECT_EQ(ttr::likelyName("clock", names, 1), std::nullopt) << "flock is one step away";
 }
@@ -71,6 +73,9 @@ TEST(Suggestions, MisspeltMembersAreFoundInTheirContext) {
   } cases[] = {
       {R"({"page": {}, "Contents": []})", {"/page Page"}},
       {R"({"Page": {"Contexts": {}, "Contents": []}})", {"/Page/Contexts Context"}},
+      {R"({"Contents": [{"Content": []}, {"Content": [], "Context": {}}]})",
+       {"/Contents/0/Content Contents", "/Contents/1/Content Contents"}},
+      {R"({"Contents": [{"If": {"=": 1, "==": 2, "Equal": 3}}]})", {"/Contents/0/If/Equal Equals"}},
       {R"({"Contents": [{"Bonds": [], "contents": [{"Lop": 1}]}]})",
        {"/Contents/0/Bonds Bounds", "/Contents/0/contents Contents"}},
       {R"({"Contents": [{"Contents": [{"Dispaly": [], "if": {}}]}]})",
@@ -89,6 +94,7 @@ TEST(Suggestions, OtherUnknownMembersAreLegal) {
   for (const char* document :
        {R"j({"Contents": [{"Note": "$(x)", "Title": 1, "id": 2, "Filename": "a", "Start": 0}]})j",
         R"({"Contents": [{"Bounds": [], "Bounds2": [], "Context": {"Bonds": 1}}]})",
+        R"({"Contents": [{"Content": [], "Contents": []}]})",
         R"({"Contents": [["Bonds"], {"Loop": 5}, {"If": []}, {"Include": "x"}, null]})",
         R"({"Contents": "Bonds"})", "[1]", "null"}) {
     EXPECT_EQ(misspelt(document), std::vector<std::string>()) << document;

@@ -48,6 +48,32 @@ TEST(ComparedPage, CannotBeWhatHasNoResult) {
   }
 }
 
+TEST(ComparedPage, NamesThePlaceOfAnException) {
+  const CPageFolder folder({{"throws.json", "{\"Contents\": [\n {\"Loop\": 5}]}"}});
+  try {
+    resolvedPage(folder.Options("throws.json"));
+    FAIL() << "no exception";
+  } catch (const CToolError& error) {
+    const std::string text = error.what();
+    EXPECT_EQ(text.find(folder.path() + "/throws.json:2:"), 0U) << text;
+  }
+}
+
+TEST(ComparedPage, KnowsTheTemplateEntries) {
+  const CPageFolder folder({{"page.json", R"({"Contents": [
+  {"If": {"Condition": 0, "Contents": ["a"]}}, {"Include": {"Filename": "part.json"}}]})"},
+                            {"part.json", R"({"Contents": ["In"]})"}});
+  const CComparedPage page = resolvedPage(folder.Options("page.json"));
+  const CTemplateEntry& hidden = page.templates.at(CJsonPointer::Parse("/Contents/0"));
+  EXPECT_EQ(hidden.file, "");
+  EXPECT_EQ(hidden.pointer.Text(), "/Contents/0");
+  EXPECT_EQ(hidden.value, Parse(R"({"If": {"Condition": 0, "Contents": ["a"]}})"));
+  const CTemplateEntry& inside = page.templates.at(CJsonPointer::Parse("/Contents/1/Contents/0"));
+  EXPECT_EQ(inside.file, "part.json");
+  EXPECT_EQ(inside.value, "In");
+  EXPECT_EQ(page.templates.at(CJsonPointer::Parse("/Contents/1")).file, "");
+}
+
 TEST(ComparedPage, ThatWasResolvedBeforeStaysAsItIs) {
   const CPageFolder folder({{"result.json", "{\"Contents\": [\n {\"Bounds\": [\"5%\"]}]}"},
                             {"bad.json", "{"},

@@ -10,12 +10,13 @@ namespace ttr {
 namespace {
 
 CComparedPage pageOf(const std::string& name, const std::string& json) {
-  return {name, Parse(json), [name](const CJsonPointer&) { return CPlace{name, 3, 7}; }};
+  return {name, Parse(json), [name](const CJsonPointer&) { return CPlace{name, 3, 7}; }, {}};
 }
 
 CComparedPages pagesOf(const std::string& before, const std::string& after) {
   CComparedPages pages{pageOf("a.json", before), pageOf("b.json", after), {}};
-  pages.differences = pageDifferences(pages.before.document, pages.after.document);
+  pages.differences = pageDifferences({pages.before.document, pages.before.templates},
+                                      {pages.after.document, pages.after.templates});
   return pages;
 }
 
@@ -69,6 +70,10 @@ TEST(DifferenceReport, AsHtmlShowsColours) {
                                               R"({"Contents": [{"Display": [4278255360]}]})"));
   EXPECT_NE(html.find("style=\"background: #FF0000FF\""), std::string::npos);
   EXPECT_NE(html.find("style=\"background: #00FF00FF\""), std::string::npos);
+  const std::string added =
+      htmlReport(pagesOf(R"({"Contents": [{}]})", R"({"Contents": [{"Display": [4278255360]}]})"));
+  EXPECT_NE(added.find("(Display/0) <span class=\"swatch\" style=\"background: #00FF00FF\""),
+            std::string::npos);
 }
 
 }  // namespace

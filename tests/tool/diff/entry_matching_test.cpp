@@ -9,10 +9,26 @@
 namespace ttr {
 namespace {
 
-/// The pairs as "0-0 1-2".
-std::string matches(const std::string& before, const std::string& after) {
+CTemplateEntries templatesOf(const Json::Value& entries) {
+  CTemplateEntries templates;
+  for (const Json::Value& entry : entries) {
+    const CJsonPointer pointer = CJsonPointer() / templates.size();
+    templates.emplace(pointer, CTemplateEntry{"", pointer, entry});
+  }
+  return templates;
+}
+
+/// The pairs as "0-0 1-2"; the templates are those that the entries were made from.
+std::string matches(const std::string& before, const std::string& after,
+                    const std::string& templatesBefore = "[]",
+                    const std::string& templatesAfter = "[]") {
+  const CTemplateEntries leftTemplates = templatesOf(Parse(templatesBefore));
+  const CTemplateEntries rightTemplates = templatesOf(Parse(templatesAfter));
   std::string text;
-  for (const CAlignedPair& pair : matchEntries(Parse(before), Parse(after))) {
+  const Json::Value left = Parse(before);
+  const Json::Value right = Parse(after);
+  for (const CAlignedPair& pair :
+       matchEntries({left, {}, leftTemplates}, {right, {}, rightTemplates})) {
     text +=
         (text.empty() ? "" : " ") + std::to_string(pair.left) + '-' + std::to_string(pair.right);
   }
@@ -47,6 +63,69 @@ TEST(EntryMatching, PairsTheRestByPosition) {
 TEST(EntryMatching, LetsNullTakeTheSameEntrysPlace) {
   EXPECT_EQ(matches(R"(["A", null, "C"])", R"(["A", {"a": 1}, "C"])"), "0-0 1-1 2-2");
   EXPECT_EQ(matches(R"([null, "C"])", R"(["B", null, "C"])"), "0-1 1-2");
+}
+
+TEST(EntryMatching, KnowsNullsByTheirTemplates) {
+  EXPECT_EQ(matches(R"([null, {"Contents": ["b"]}])", R"([{"Contents": ["a"]}, null])",
+                    R"([{"If": {"Condition": 0, "Contents": ["a"]}},
+                        {"If": {"Condition": 1, "Contents": ["b"]}}])",
+                    R"([{"If": {"Condition": 1, "Contents": ["a"]}},
+                        {"If": {"Condition": 0, "Contents": ["b"]}}])"),
+            "0-0 1-1");
+  EXPECT_EQ(matches(R"([null, {"Contents": ["b"]}])", R"([{"Contents": ["a"]}, null])",
+                    R"([{"If": {"Condition": 0, "Contents": [{}]}},
+                        {"If": {"Condition": 1, "Contents": ["b"]}}])",
+                    R"([{"If": {"Condition": 1, "Contents": [{}]}},
+                        {"If": {"Condition": 0, "Contents": ["c"]}}])"),
+            "0-0 1-1");
+}
+
+TEST(EntryMatching, KnowsNullsByTheTextInTheirTemplates) {
+  EXPECT_EQ(matches(R"([null, {"Contents": ["b"]}])", R"([{"X": 0}, {"Contents": ["a"]}, null])",
+                    R"([{"If": {"Condition": 0, "Contents": ["a"]}},
+                        {"If": {"Condition": 1, "Contents": ["b"]}}])",
+                    R"([{"X": 0}, {"If": {"Condition": 1, "Contents": ["a"]}},
+                        {"If": {"Condition": 0, "Contents": ["b"]}}])"),
+            "0-1 1-2");
+  EXPECT_EQ(matches("[null]", R"([{"X": 0}, {"Contents": ["In"]}])",
+                    R"([{"Include": {"Filename": "part.json"}}])",
+                    R"([{"X": 0}, {"Include": {"Filename": "part.json", "Y": 1}}])"),
+            "0-1");
+}
+
+TEST(EntryMatching, KnowsNullsThatShift) {
+  const std::string one = R"({"If": {"Condition": 0, "Contents": [{"RenderType": 1}]}})";
+  const std::string two = R"({"If": {"Condition": 0, "Contents": [{"RenderType": 2}]}})";
+  EXPECT_EQ(matches("[null, null]", "[null]", '[' + one + ',' + two + ']', '[' + two + ']'), "1-0");
+  EXPECT_EQ(matches("[null]", R"([{"RenderType": 7}, {"Contents": ["b"]}])", '[' + two + ']',
+                    '[' + one + ',' + two + ']'),
+            "0-1");
+}
+
+TEST(EntryMatching, KnowsElementsByTheirTemplates) {
+  EXPECT_EQ(matches(R"([{"Contents": ["A"]}])", R"([{"Contents": ["A"]}, {"Contents": ["B"]}])",
+                    R"j([{"Contents": ["$(x)"]}])j",
+                    R"j([{"Contents": ["A"]}, {"Contents": ["$(x)"]}])j"),
+            "0-0");
+  EXPECT_EQ(matches(R"([{"Contents": ["A"]}])", R"([{"Contents": ["C"]}, {"Contents": ["B"]}])",
+                    R"j([{"Contents": ["$(x)"]}])j",
+                    R"j([{"Contents": ["C"]}, {"Contents": ["$(x)"]}])j"),
+            "0-1");
+}
+
+TEST(EntryMatching, PairsManyChangedElementsInOrder) {
+  constexpr int count = 1500;
+  Json::Value before(Json::arrayValue);
+  Json::Value after(Json::arrayValue);
+  for (int index = 0; index < count; ++index) {
+    for (Json::Value* entries : {&before, &after}) {
+      Json::Value& bounds = (*entries)[static_cast<Json::ArrayIndex>(index)]["Bounds"];
+      for (const int bound : {entries == &after ? 4 : 0, index, 1, 1}) bounds.append(bound);
+    }
+  }
+  const std::vector<CAlignedPair> pairs = matchEntries({before, {}, {}}, {after, {}, {}});
+  ASSERT_EQ(pairs.size(), static_cast<std::size_t>(count));
+  EXPECT_EQ(pairs[700], (CAlignedPair{700, 700}));
 }
 
 TEST(EntryMatching, NeverPairsAnElementWithAText) {

@@ -13,7 +13,9 @@ namespace {
 /// The differences as lines "ENTRY: CHANGE".
 std::string differences(const std::string& before, const std::string& after) {
   std::string lines;
-  for (const CDifference& difference : pageDifferences(Parse(before), Parse(after))) {
+  const Json::Value left = Parse(before);
+  const Json::Value right = Parse(after);
+  for (const CDifference& difference : pageDifferences({left, {}}, {right, {}})) {
     lines += entryText(difference) + ": " + changeText(difference) + '\n';
   }
   return lines;
@@ -84,8 +86,22 @@ TEST(PageDifference, TellsColoursAsTemplatesWriteThem) {
       elementDifferences(R"({"Display": [4294901760, 7]})", R"({"Display": [4278255360, 7]})"),
       "/Contents/0: colour changed from #FF0000FF to #00FF00FF (Display/0)\n");
   EXPECT_EQ(elementDifferences(R"({"Display": [1, "red", -1]})", R"({"Display": [1, 2, -2, 3]})"),
+            "/Contents/0: colour added: #00000300 (Display/3)\n"
             "/Contents/0: Display/1 changed from \"red\" to 2\n"
-            "/Contents/0: Display/2 changed from -1 to -2\n/Contents/0: Display/3 added: 3\n");
+            "/Contents/0: Display/2 changed from -1 to -2\n");
+}
+
+TEST(PageDifference, TellsColoursOfOnePageOnly) {
+  EXPECT_EQ(elementDifferences(R"({"Display": [4294901760]})", "{}"),
+            "/Contents/0: colour removed: #FF0000FF (Display/0)\n");
+  EXPECT_EQ(elementDifferences("{}", R"({"Display": [4294901760, 1]})"),
+            "/Contents/0: colour added: #FF0000FF (Display/0)\n"
+            "/Contents/0: colour added: #00000100 (Display/1)\n");
+  EXPECT_EQ(elementDifferences(R"({"Display": [1]})", R"({"Display": [1, "red", 2]})"),
+            "/Contents/0: Display/1 added: \"red\"\n/Contents/0: Display/2 added: 2\n");
+  EXPECT_EQ(elementDifferences("{}", R"({"Display": []})"), "/Contents/0: Display added: []\n");
+  EXPECT_EQ(elementDifferences(R"({"Display": [1]})", R"({"Display": "red"})"),
+            "/Contents/0: Display changed from [1] to \"red\"\n");
 }
 
 TEST(PageDifference, TellsTexts) {
@@ -128,6 +144,28 @@ TEST(PageDifference, LooksIntoPages) {
             "document: Page changed from {\"Contents\":[]} to null\n");
 }
 
+TEST(PageDifference, LooksIntoThePageThatOnlyOneOfThemHas) {
+  const std::string bare = R"({"Contents": ["A", {"Bounds": [0, 0, 1, 1]}]})";
+  const std::string page = R"({"Page": {"Contents": ["B", {"Bounds": [0, 5, 1, 1]}]}})";
+  EXPECT_EQ(differences(bare, page),
+            "document: Page added: {}\n/Page/Contents/0: text changed from \"A\" to \"B\"\n"
+            "/Page/Contents/1: moved by (0, 5)\n");
+  EXPECT_EQ(differences(page, bare),
+            "document: Page removed: {}\n/Contents/0: text changed from \"B\" to \"A\"\n"
+            "/Contents/1: moved by (0, -5)\n");
+  EXPECT_EQ(differences(R"({"Contents": ["A"]})", R"({"Page": 5})"),
+            "document: Contents removed: [\"A\"]\ndocument: Page added: 5\n");
+}
+
+TEST(PageDifference, KnowsEntriesByNumbers) {
+  EXPECT_EQ(differences(R"({"Contents": [{"Bounds": [0, 0, 5, 5], "Contents": [0]},
+                                         {"Bounds": [0, 10, 5, 5], "Contents": [1]},
+                                         {"Bounds": [0, 20, 5, 5], "Contents": [2]}]})",
+                        R"({"Contents": [{"Bounds": [0, 0, 5, 5], "Contents": [0]},
+                                         {"Bounds": [7, 10, 5, 5], "Contents": [1]}]})"),
+            "/Contents/1 \"1\": moved by (7, 0)\n/Contents/2 \"2\": removed\n");
+}
+
 TEST(PageDifference, TellsOnceThatContainersHaveOtherNumbers) {
   EXPECT_EQ(differences(R"({"Contents": [
                              {"RenderType": 1024, "Frame": {"Id": 1}, "Contents": [{"Container": 1}]},
@@ -151,8 +189,9 @@ TEST(PageDifference, TellsOfAnotherContainer) {
 
 TEST(PageDifference, KnowsEntriesByTheirFirstText) {
   EXPECT_EQ(
-      labelOf(Parse(R"({"Contents": [null, 5, {"Contents": []}, {"Contents": ["A", "B"]}]})")),
+      labelOf(Parse(R"({"Contents": [null, true, {"Contents": []}, {"Contents": ["A", "B"]}]})")),
       "A");
+  EXPECT_EQ(labelOf(Parse(R"({"Contents": [5, "A"]})")), "5");
   EXPECT_EQ(labelOf(Parse(R"({"Page": {"Contents": ["P"]}})")), "P");
   EXPECT_EQ(labelOf(Parse(R"({"Contents": {"Contents": ["A"]}})")), "");
   EXPECT_EQ(labelOf(Parse("null")), "");

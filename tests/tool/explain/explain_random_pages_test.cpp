@@ -6,6 +6,7 @@
 
 #include "TokenTemplateResolver/json_text.h"
 #include "explain/explanation.h"
+#include "explain/pass_tree.h"
 #include "support/page_generator.h"
 #include "tool/support/page_folder.h"
 
@@ -92,6 +93,44 @@ void addMessages(ttr::CPageRunner& page, const CElementNode& node,
   }
   if (hidden) return;
   for (const CElementNode& child : node.children) addMessages(page, child, messages);
+}
+
+/// The pointers of all nodes that are explained on their own.
+void addPointers(const CElementNode& node, std::vector<ttr::CJsonPointer>& pointers) {
+  pointers.push_back(node.pointer);
+  for (const CElementNode& child : node.children) addPointers(child, pointers);
+}
+
+TEST(ExplainRandomPages, TellsOfPagesThatEndEarlyToo) {
+  int ends = 0;
+  int sound = 0;
+  for (std::uint32_t seed = 1; seed <= 25; ++seed) {
+    SCOPED_TRACE(seed);
+    ttr::CPageGenerator generator(seed);
+    Json::Value document = generator.Document();
+    Json::Value& page = document.isMember("Page") ? document["Page"] : document;
+    if (!page.isObject() || !page["Contents"].isArray()) continue;
+    page["Contents"].append("$(n/0)");
+    const ttr::CPageFolder folder({{"p.json", jsoncpp_string::toString(document)},
+                                   {"a.json", jsoncpp_string::toString(generator.Document())},
+                                   {"b.json", R"json({"Contents": ["$(n/0)"]})json"},
+                                   {"values.json", R"({"n": 2})"}});
+    ttr::CPageRunner runner(folder.Options("p.json"));
+    const ttr::CPassTree tree(runner, 1);
+    ASSERT_TRUE(tree.exception());
+    if (tree.end() == nullptr) continue;
+    std::vector<ttr::CJsonPointer> pointers;
+    addPointers(tree.root(), pointers);
+    for (const ttr::CJsonPointer& pointer : pointers) {
+      const CExplanation explanation = explain(runner, 1, "values.json", pointer);
+      EXPECT_FALSE(explanation.end.empty());
+      const bool here = explanation.answer.find(": the pass ") != std::string::npos;
+      EXPECT_EQ(here, explanation.exception.has_value()) << explanation.answer;
+      ++(here ? ends : sound);
+    }
+  }
+  EXPECT_GT(ends, 40);
+  EXPECT_GT(sound, 100);
 }
 
 TEST(ExplainRandomPages, TellsWhatThePageCameTo) {

@@ -140,8 +140,35 @@ TEST(Explain, TokensTellWhoAnsweredAndWhyNot) {
   EXPECT_EQ(token(8), "context||null|a name is missing: $(context.NAME)");
   EXPECT_EQ(token(9), "ink|Context at p.json:1:23|null|ink is text, without members");
   EXPECT_EQ(token(10), "days|values.json|null|the index: no handler is named 'a'");
-  EXPECT_EQ(token(11), "none|values.json|null|none is null there");
-  EXPECT_EQ(token(12), "days|values.json|unsigned count|");
+  EXPECT_EQ(token(12), "none|values.json|null|none is null there");
+  EXPECT_EQ(token(13), "days|values.json|unsigned count|");
+}
+
+TEST(Explain, PathsInsideOfTokensAreTokensToo) {
+  CExplained page({{"p.json", R"json({"Contents": ["$(stops[n.x])", "$(n.x+s.q)", "$(stops[n.y])",
+                                      "$(n.x+no.q)", "$(stops[1]:a.b)"]})json"},
+                   {"values.json", R"({"n": {"x": 1}, "s": {"q": 4}, "stops": ["Ely", "Diss"]})"}});
+  const auto told = [&](const std::string& pointer) {
+    std::string text;
+    for (const ttr::CTokenExplanation& token : page.At(pointer).tokens) {
+      text += token.token + "|" + token.part + "|" + token.handler + "|" + ttr::brief(token.value) +
+              "|" + token.why + "\n";
+    }
+    return text;
+  };
+  EXPECT_EQ(told("/Contents/0"),
+            "$(stops[n.x])||stops|\"Diss\"|\n$(n.x)|index of $(stops[n.x])|n|1|\n");
+  EXPECT_EQ(told("/Contents/1"), "$(n.x+s.q)||n|5|\n$(s.q)|operand of $(n.x+s.q)|s|4|\n");
+  EXPECT_NE(
+      told("/Contents/2").find("\n$(n.y)|index of $(stops[n.y])|n|null|n has no member 'y'; "),
+      std::string::npos);
+  EXPECT_NE(told("/Contents/3").find("\n$(no.q)|operand of $(n.x+no.q)||null|no handler is named"),
+            std::string::npos);
+  EXPECT_EQ(page.AnswerAt("/Contents/3"), "/Contents/3 is 1: from \"$(n.x+no.q)\"");
+  EXPECT_EQ(page.At("/Contents/4").tokens.size(), 1U);
+  EXPECT_NE(explanationText(page.At("/Contents/0"), false)
+                .find("token     $(n.x), index of $(stops[n.x]): 1 (integer), by n from "),
+            std::string::npos);
 }
 
 TEST(Explain, TextTellsWhatItIsMadeOf) {
@@ -162,6 +189,41 @@ TEST(Explain, TextTellsWhatItIsMadeOf) {
             R"(/Contents/5/Contents/0 is "A.PNG": it is written so)");
 }
 
+TEST(Explain, ValuesAreShownAsPeopleWriteThem) {
+  CExplained page({{"p.json", R"json({"Contents": ["$(parts)", [1, "$(n)"], 2.9, "$(sky)",
+                                      "$(bell)", 0.1234567890123456]})json"},
+                   {"values.json", R"({"parts": {"a": 1}, "sky": "14 \u00b0C", "n": 1,
+                      "bell": "a\u0007b\u007fc\u009bd\u00a0"})"}});
+  EXPECT_EQ(page.AnswerAt("/Contents/0"),
+            R"json(/Contents/0 is an object, from a token: from "$(parts)")json");
+  EXPECT_EQ(page.AnswerAt("/Contents/1"),
+            "/Contents/1 is an array: left as it is, arrays are not walked");
+  EXPECT_EQ(page.AnswerAt("/Contents/2"), "/Contents/2 is 2.9: it is written so");
+  EXPECT_EQ(page.AnswerAt("/Contents/3"), "/Contents/3 is \"14 \u00b0C\": from \"$(sky)\"");
+  EXPECT_EQ(ttr::brief(page.At("/Contents/4").value), "\"a\\u0007b\\u007fc\\u009bd\u00a0\"");
+  EXPECT_EQ(ttr::brief(page.At("/Contents/5").value), "0.1234567890123456");
+  EXPECT_EQ(ttr::brief(Json::Value("a\xff")), "\"a\\ufffd\"");
+  std::string euros = "\"";
+  for (int i = 0; i < 14; ++i) euros += "\u20ac";
+  EXPECT_EQ(ttr::brief(euros.substr(1) + "\u20ac\u20ac\u20ac"), euros + "...");
+}
+
+TEST(Explain, VariablesOfThePageAreExplained) {
+  CExplained page({{"p.json", R"json({"Page": {"Context": {"ink": "$(n)", "own": "red"},
+                                               "Contents": ["A"]}})json"},
+                   {"values.json", R"({"n": 7})"}});
+  const CExplanation ink = page.At("/Page/Context/ink");
+  EXPECT_EQ(ink.answer, R"json(/Page/Context/ink is 7: from "$(n)")json");
+  EXPECT_EQ(ink.tokens.size(), 1U);
+  EXPECT_EQ(page.Short(ink.place.Text()), "p.json:1:30");
+  EXPECT_EQ(page.AnswerAt("/Page/Context/own"), "/Page/Context/own is \"red\": it is written so");
+  EXPECT_TRUE(page.At("/Page/Context/own").tokens.empty());
+  EXPECT_EQ(page.AnswerAt(""), "the page is a document: it shows 1 entry");
+  CExplained null({{"p.json", R"({"Page": null})"}});
+  EXPECT_NE(null.AnswerAt("").find("shows nothing: CTemplateResolver::"), std::string::npos)
+      << null.AnswerAt("");
+}
+
 TEST(Explain, BoundsShowTheArithmetic) {
   CExplained page({{"p.json", R"json({"Contents": [{"Bounds": [10, -20, 200, 100], "Contents": [
       {"Bounds": ["10%", 5, "$(half)", "0x10", "3"]}, {"Bounds": ["7", "5", 2.5, null]}]}]})json"},
@@ -177,6 +239,28 @@ TEST(Explain, BoundsShowTheArithmetic) {
             "50% of 200 = 100\n16\nas an integer\nthe element at p.json:1:15");
   EXPECT_EQ(lines("/Contents/0/Contents/1"),
             "7 + 10\n5 - 20\nstays: as written\nstays: as written\nthe element at p.json:1:15");
+}
+
+TEST(Explain, BoundsTellWhatIsNoNumber) {
+  CExplained page({{"p.json", R"json({"Contents": [
+      {"Bounds": ["x%", "1e2", "12 ", "$(no)"]}, {"Bounds": ["2000000000%", "7", 1, "-5%"]},
+      {"Bounds": [-5, 0, 9, 9], "Contents": [{"Bounds": ["10%", "x", 1, 1]}]},
+      {"Bounds": "full"}, {"Bounds": []}]})json"}});
+  const auto arithmetic = [&](const std::string& pointer, std::size_t index) {
+    return page.At(pointer).bounds->entries.at(index).arithmetic;
+  };
+  EXPECT_EQ(arithmetic("/Contents/0", 0), "0 (\"x%\" is no integer) + 0");
+  EXPECT_EQ(arithmetic("/Contents/0", 1), "0 (\"1e2\" is no integer) + 0");
+  EXPECT_EQ(arithmetic("/Contents/0", 2), "0 (\"12 \" is no integer)");
+  EXPECT_EQ(arithmetic("/Contents/0", 3), "0 (null is no integer)");
+  EXPECT_EQ(arithmetic("/Contents/1", 0),
+            "2000000000% of 1280 = 1994915 (the product wraps in 32 bits) + 0");
+  EXPECT_EQ(arithmetic("/Contents/1", 1), "7 + 0");
+  EXPECT_EQ(arithmetic("/Contents/1", 3), "-5% of 720 = -36");
+  EXPECT_EQ(arithmetic("/Contents/2/Contents/0", 0),
+            "0 (no percentage, as the enclosing edge is missing or negative) - 5");
+  EXPECT_EQ(page.AnswerAt("/Contents/3"), "/Contents/3 is an element: its Bounds are no array");
+  EXPECT_EQ(page.AnswerAt("/Contents/4"), "/Contents/4 is an element: its Bounds are empty");
 }
 
 constexpr char grid[] = R"json({"Contents": [{"Bounds": [100, 100, 600, 300], "Loop": {
@@ -241,6 +325,35 @@ TEST(Explain, ARotatingLoopTellsTheIndexOfThePass) {
   EXPECT_EQ(explanation.value, "Ely");
   EXPECT_EQ(explanation.tokens.at(0).value, "Ely");
   EXPECT_EQ(page.At("/Contents/0", 2).loop->indices, 3U);
+}
+
+TEST(Explain, ARotatingLoopTellsItsIndicesAndPosition) {
+  CExplained page({{"p.json", R"json({"Contents": [
+      {"Loop": {"List": "A,B,C,D,E", "Start": 2, "Size": -2, "Var": "i", "Bounds": [],
+                "Contents": ["$(i)"]}},
+      {"Loop": {"Start": 3, "Stop": 5, "Bounds": [], "Contents": ["x"]}},
+      {"Loop": {"List": "", "Bounds": [], "Contents": ["x"]}}]})json"}});
+  const auto line = [&](const std::string& pointer, unsigned pass, const std::string& label) {
+    const std::string text = explanationText(page.At(pointer, pass), false);
+    const std::size_t at = text.find("\n  " + label);
+    return at == std::string::npos ? "" : text.substr(at + 13, text.find('\n', at + 1) - at - 13);
+  };
+  EXPECT_EQ(line("/Contents/0", 1, "range"),
+            R"(2 indices, 3..2: List "A,B,C,D,E" (text), Start 2 (integer), Size -2 (integer))");
+  for (unsigned pass = 1; pass <= 4; ++pass) {
+    const int index = pass % 2 == 0 ? 3 : 2;
+    EXPECT_EQ(page.At("/Contents/0/Contents/0", pass).value, index);
+    const std::string place =
+        "index " + std::to_string(index) + ", position " + std::to_string(pass % 2 + 1) + " of 2";
+    EXPECT_EQ(line("/Contents/0", pass, "rotating"), "one copy in each pass, this one of " + place);
+    const std::string element = line("/Contents/0/Contents/0", pass, "text");
+    EXPECT_NE(element.find("; " + place), std::string::npos) << element;
+  }
+  for (unsigned pass = 1; pass <= 6; ++pass) {
+    EXPECT_EQ(line("/Contents/1", pass, "range").substr(0, 15), "3 indices, 3..5");
+  }
+  EXPECT_EQ(line("/Contents/2", 1, "range").substr(0, 20), "no indices, so index");
+  EXPECT_EQ(page.At("/Contents/0/Contents/0", 2).copies.at(0).index, 3);
 }
 
 /// Why a loop with these members makes no copies.
@@ -361,13 +474,40 @@ TEST(Explain, AWrongPointerTellsWhatThereIs) {
   EXPECT_EQ(reason("Contents"), "Contents: a JSON pointer begins with a slash");
 }
 
-TEST(Explain, AnExceptionIsTheReasonForEverything) {
+TEST(Explain, AnExceptionIsToldWhereItIsAndTheRestIsExplained) {
   CExplained page(
-      {{"p.json", R"json({"Contents": ["A", "$(n/0)"]})json"}, {"values.json", R"({"n": 1})"}});
-  EXPECT_EQ(page.AnswerAt("/Contents/0"),
-            "/Contents/0 is not there, as the page is null: the pass ended early: "
-            "TokenResolver::evaluateExpression: divide by zero.");
+      {{"p.json", R"json({"Contents": [{"Bounds": ["$(n)", 1, 1, 1], "Contents": ["ok"]},
+      {"Contents": ["$(n/0)"]}, {"If": {"Condition": "$(n/0)", "Contents": ["$(n)"]}}]})json"},
+       {"values.json", R"({"n": 3})"}});
+  const std::string text = "TokenResolver::evaluateExpression: divide by zero.";
+  const CExplanation sound = page.At("/Contents/0");
+  EXPECT_EQ(sound.answer, "/Contents/0 is an element: it stands at [3,1,1,1]");
+  EXPECT_EQ(page.Short(sound.end), "p.json:2:21: " + text);
+  EXPECT_FALSE(sound.HasFaults());
+  EXPECT_NE(page.Short(explanationText(sound, false))
+                .find("pass      ends early at p.json:2:21: " + text + '\n'),
+            std::string::npos);
+  const std::string here = "the pass ends here, at p.json:2:21: " + text;
+  EXPECT_EQ(page.AnswerAt("/Contents/1/Contents/0"), "/Contents/1/Contents/0: " + here);
+  EXPECT_EQ(page.At("/Contents/1/Contents/0").tokens.at(0).why, text);
+  EXPECT_EQ(page.AnswerAt("/Contents/1"), "/Contents/1: " + here);
+  EXPECT_EQ(page.AnswerAt(""), "the page: " + here);
   EXPECT_TRUE(page.At("").HasFaults());
+  EXPECT_EQ(page.AnswerAt("/Contents/2"),
+            "/Contents/2: the pass would end here too, at p.json:2:54: " + text);
+  EXPECT_THROW(page.At("/Contents/7"), ttr::CToolError);
+}
+
+TEST(Explain, AnExceptionInTheContextOfThePageLeavesItsElements) {
+  CExplained page({{"p.json", R"json({"Page": {"Context": {"a": "$(n/0)", "b": 2}, "Contents": [
+      "$(b)", {"Include": {"Filename": "a.json"}}]}})json"},
+                   {"a.json", R"json({"Contents": [{"Loop": {"Start": "$(n/0)"}}, "$(n)"]})json"},
+                   {"values.json", R"({"n": 3})"}});
+  EXPECT_EQ(page.At("/Page/Contents/0").value, 2);
+  EXPECT_EQ(page.At("/Page/Contents/1/Contents/1").value, 3);
+  EXPECT_EQ(page.AnswerAt("/Page/Contents/1").substr(0, 60),
+            "/Page/Contents/1: the pass would end here too, at a.json:1:3");
+  EXPECT_EQ(page.AnswerAt("").substr(0, 46), "the page: the pass ends here, at p.json:1:28: ");
 }
 
 TEST(Explain, TextIsCutToTheLinesThereAre) {

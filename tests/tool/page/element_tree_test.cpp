@@ -73,8 +73,7 @@ TEST(ElementTree, StepsIntoIncludedFiles) {
 }
 
 TEST(ElementTree, OddShapesHaveNoChildren) {
-  for (const char* text :
-       {R"({"Contents": 5})", R"({"Page": 5})", R"({"Contents": []})", "[]", "{",
+  for (const char* text : {R"({"Contents": 5})", R"({"Page": 5})", R"({"Contents": []})", "[]", "{",
                            R"({"Contents": [{"If": 5}]})", R"({"Contents": [{"Loop": []}]})",
                            R"({"Contents": [{"Loop": {"Contents": 5}}]})"}) {
     SCOPED_TRACE(text);

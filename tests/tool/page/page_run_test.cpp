@@ -94,6 +94,30 @@ TEST(PageRun, RotatingLoopsShowThePassAskedFor) {
   EXPECT_EQ(page.PassesUntilRepeat(), 6U);
 }
 
+TEST(PageRun, LooksForARepetitionAsFarAsItIsTold) {
+  const ttr::CPageFolder folder({{"p.json", R"j({"Contents": [
+      {"Loop": {"Start": 0, "Size": 70, "Var": "i", "Bounds": [0, 0, 1, 1],
+                "Contents": ["$(i)"]}}]})j"}});
+  ttr::CPageRunner page(folder.Options("p.json"));
+  EXPECT_EQ(page.PassesUntilRepeat(), 60U);
+  EXPECT_EQ(page.PassesUntilRepeat(139), 139U) << "not seen twice";
+  EXPECT_EQ(page.PassesUntilRepeat(1000), 70U);
+}
+
+TEST(PageRun, TheLibraryComesUponTheBytesOfTheFile) {
+  const ttr::CPageFolder folder({{"p.json", "{\"Contents\": [\"\xe9$(nope)\", \"\xc3\xa9\"]}"}});
+  ttr::CPageRunner page(folder.Options("p.json"));
+  const ttr::CPageRun run = page.Run({}, 1);
+  EXPECT_EQ(run.messages, Messages{"CTokenResolver::GetTokenValue: no token handler for: nope."});
+  EXPECT_EQ(run.result["Contents"][1], "\xc3\xa9");
+}
+
+TEST(PageRun, OneFileHasOneNameForTheReader) {
+  const ttr::CPageFolder folder({{"p.json", R"({"Contents": []})"}, {"a.json", "{}"}});
+  ttr::CPageRunner page(folder.Options("p.json"));
+  EXPECT_EQ(page.IncludedFile("./a.json")->name(), page.IncludedFile("a.json")->name());
+}
+
 TEST(PageRun, APageWithoutRotatingLoopsHasOnePass) {
   const ttr::CPageFolder folder({{"p.json", R"j({"Contents": ["A"]})j"}});
   EXPECT_EQ(ttr::CPageRunner(folder.Options("p.json")).PassesUntilRepeat(), 1U);

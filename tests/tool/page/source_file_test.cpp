@@ -49,6 +49,23 @@ TEST(SourceFile, FindsPartsOfStrings) {
   EXPECT_EQ(placeOfPart("/3", "5"), "p.json:1:36");
 }
 
+TEST(SourceFile, FindsTheLastOfSeveralParts) {
+  const CSourceFile file("p.json", R"j(["$(x) $(x", 5])j");
+  EXPECT_EQ(file.PlaceOfLastPart(CJsonPointer::Parse("/0"), "$(x").Text(), "p.json:1:8");
+  EXPECT_EQ(file.PlaceOfLastPart(CJsonPointer::Parse("/0"), "$(y").Text(), "p.json:1:2");
+  EXPECT_EQ(file.PlaceOfLastPart(CJsonPointer::Parse("/1"), "5").Text(), "p.json:1:14");
+}
+
+TEST(SourceFile, AByteOrderMarkCountsAsThreeColumnsOfTheFirstLine) {
+  const CSourceFile file("p.json", "\xef\xbb\xbf[5,\n \"$(a)\"]");
+  EXPECT_EQ(placeOf(file, "/0"), "p.json:1:5");
+  EXPECT_EQ(placeOf(file, "/1"), "p.json:2:2");
+  EXPECT_EQ(file.PlaceOfPart(CJsonPointer::Parse("/1"), "$(a").Text(), "p.json:2:3");
+  const CSourceFile faulty("p.json", "\xef\xbb\xbf[1 2]");
+  ASSERT_FALSE(faulty.errors().empty());
+  EXPECT_EQ(faulty.errors()[0].place.Text(), "p.json:1:7");
+}
+
 TEST(SourceFile, TellsEachJsonErrorWithItsPlace) {
   const CSourceFile file("p.json", "{\"a\": 1,\n \"b\": [1 2],\n \"c\" 5}");
   ASSERT_FALSE(file.errors().empty());

@@ -4,6 +4,7 @@
 
 #include <filesystem>
 
+#include "tool/support/image_bytes.h"
 #include "tool/support/page_folder.h"
 #include "tool_error.h"
 
@@ -12,8 +13,11 @@ namespace {
 using ttr::CAssets;
 using ttr::CPageFolder;
 
-const std::string png("\x89PNG\r\n\x1A\nrest");
-const std::string pngUri = "data:image/png;base64,iVBORw0KGgpyZXN0";
+const std::string png = ttr::pngOf(1);
+const std::string pngUri =
+    "data:image/"
+    "png;base64,iVBORw0KGgoAAAANSUhEUgAAAAEAAAABCAIAAAAtY3JjAAAABElEQVRyZXN0LWNyYwAAAABJRU5ELWNyYw="
+    "=";
 
 TEST(Assets, NamesOfImagesEndSo) {
   for (const char* name : {"a.png", "a.jpg", "a.jpeg", "a.bmp", "icons/a.PNG"}) {
@@ -25,10 +29,10 @@ TEST(Assets, NamesOfImagesEndSo) {
 }
 
 TEST(Assets, ImageBecomesAUri) {
-  const CPageFolder folder({{"icons/a.png", png}, {"b.jpg", "\xFF\xD8\xFF\xE0"}});
+  const CPageFolder folder({{"icons/a.png", png}, {"b.jpg", ttr::jpegOf(1)}});
   CAssets assets(folder.path());
   EXPECT_EQ(assets.Find("icons/a.png").dataUri, pngUri);
-  EXPECT_EQ(assets.Find("b.jpg").dataUri, "data:image/jpeg;base64,/9j/4A==");
+  EXPECT_EQ(assets.Find("b.jpg").dataUri, "data:image/jpeg;base64,/9j/wAAICAABAAEA/9oAAg==");
 }
 
 TEST(Assets, LetterCaseDoesNotMatter) {
@@ -38,7 +42,7 @@ TEST(Assets, LetterCaseDoesNotMatter) {
 }
 
 TEST(Assets, ExactNameWins) {
-  const CPageFolder folder({{"A.png", "\xFF\xD8\xFF"}, {"a.png", png}});
+  const CPageFolder folder({{"A.png", ttr::jpegOf(1)}, {"a.png", png}});
   CAssets assets(folder.path());
   EXPECT_EQ(assets.Find("a.png").dataUri, pngUri);
 }
@@ -58,11 +62,13 @@ TEST(Assets, NamesThatLeadOutAreRefused) {
 }
 
 TEST(Assets, WhatIsNoImageIsNotShown) {
-  const CPageFolder folder({{"a.png", "text"}, {"b.png", ""}, {"c.png/d", "x"}});
+  const CPageFolder folder(
+      {{"a.png", "text"}, {"b.png", ""}, {"c.png/d", "x"}, {"d.png", png.substr(0, 50)}});
   CAssets assets(folder.path());
   EXPECT_EQ(assets.Find("a.png").reason, "neither PNG nor JPEG");
   EXPECT_EQ(assets.Find("b.png").reason, "no image");
   EXPECT_EQ(assets.Find("c.png").reason, "no image");
+  EXPECT_EQ(assets.Find("d.png").reason, "broken");
   EXPECT_EQ(assets.Find("none.png").reason, "not found");
 }
 

@@ -1,8 +1,9 @@
 #!/usr/bin/env python3
-"""Draws each example page at two sizes by one command, and looks at the pictures as a viewer would.
+"""Draws pages as PNG, each example at two sizes by one command, and looks at their pixels.
 
     check_pictures.py EXAMPLES WORK TTR...
 """
+import json
 import os
 import re
 import struct
@@ -70,10 +71,7 @@ PIXELS = {
 }
 
 
-def main():
-    examples, work, tool = sys.argv[1], os.path.abspath(sys.argv[2]), sys.argv[3:]
-    os.makedirs(work, exist_ok=True)
-    faults = []
+def examples_faults(examples, work, tool):
     for name, sizes in PIXELS.items():
         command = tool + ["preview", "template.json", "-o", f"{work}/{name}-{{size}}.png"]
         for size in sizes:
@@ -83,12 +81,53 @@ def main():
             picture = Png(f"{work}/{name}-{size}.png")
             width, height = map(int, re.fullmatch(r"(\d+)x(\d+)", size).groups())
             if picture.width < width or picture.height < height:
-                faults.append(f"{name}-{size}: is only {picture.width}x{picture.height}")
-                continue
-            for place, expected in pixels.items():
-                actual = picture.colour(*place)
-                if actual != expected:
-                    faults.append(f"{name}-{size}: {actual} at {place}, not {expected}")
+                yield f"{name}-{size}: is only {picture.width}x{picture.height}"
+            else:
+                yield from pixel_faults(f"{name}-{size}", picture, pixels)
+
+
+def pixel_faults(name, picture, pixels):
+    for place, expected in pixels.items():
+        actual = picture.colour(*place)
+        if actual != expected:
+            yield f"{name}: {actual} at {place}, not {expected}"
+
+
+def write_png(path, width, height, colour):
+    """An image of one colour."""
+    rows = (b"\0" + bytes.fromhex(colour[1:]) * width) * height
+    header = struct.pack(">IIBBBBB", width, height, 8, 2, 0, 0, 0)
+    with open(path, "wb") as file:
+        file.write(b"\x89PNG\r\n\x1a\n")
+        for kind, data in ((b"IHDR", header), (b"IDAT", zlib.compress(rows)), (b"IEND", b"")):
+            file.write(struct.pack(">I", len(data)) + kind + data +
+                       struct.pack(">I", zlib.crc32(kind + data)))
+
+
+def image_faults(work, tool):
+    """An image in two boxes: as large as each of them allows, in the middle, nothing around it."""
+    box = {"Display": ["0xFF204060"], "Contents": ["logo.png"]}
+    page = {"Contents": [{"Bounds": [0, 0, 400, 300], "Display": ["0xFF101418"]},
+                         dict(box, Bounds=[20, 20, 60, 60]),
+                         dict(box, Bounds=[200, 100, 150, 50])]}
+    with open(f"{work}/images.json", "w", encoding="ascii") as file:
+        json.dump(page, file)
+    write_png(f"{work}/logo.png", 20, 10, "#e04010")
+    subprocess.run(tool + ["preview", "images.json", "--size", "400x300", "--assets", ".",
+                           "-o", "images.png"], cwd=work, check=True)
+    ground, behind, logo = "#101418", "#204060", "#e04010"
+    return pixel_faults("images", Png(f"{work}/images.png"), {
+        (10, 10): ground, (50, 90): ground, (150, 120): ground, (300, 250): ground,
+        (390, 200): ground,
+        (50, 50): logo, (25, 50): logo, (50, 30): behind, (50, 70): behind,
+        (275, 125): logo, (230, 125): logo, (320, 125): logo, (210, 125): behind,
+        (335, 110): behind})
+
+
+def main():
+    examples, work, tool = sys.argv[1], os.path.abspath(sys.argv[2]), sys.argv[3:]
+    os.makedirs(work, exist_ok=True)
+    faults = [*examples_faults(examples, work, tool), *image_faults(work, tool)]
     for fault in faults:
         print(fault)
     return 1 if faults else 0

@@ -73,9 +73,18 @@ TEST(PageElements, NullsAreListedOnceAndNotDrawn) {
   EXPECT_EQ(lines[0].rfind("/Contents/0 · If 0 · ", 0), 0U) << lines[0];
 }
 
-TEST(PageElements, BoundsThatAreNoWholeNumbersAreListedAndNotDrawn) {
+TEST(PageElements, PartsOfPixelsAreCutOff) {
+  const ttr::CPageElements page =
+      elementsOf(R"j({"Contents": [{"Bounds": [-10.7, 10.2, 100.9, 50.5]}]})j");
+  ASSERT_EQ(page.scene.shapes.size(), 1U);
+  EXPECT_EQ(page.scene.shapes[0].box, (CBox{-10, 10, 100, 50}));
+  EXPECT_TRUE(note(page, "Bounds that cannot be drawn").empty());
+  EXPECT_EQ(at(page, "/Contents/0").bounds[2], 100);
+}
+
+TEST(PageElements, BoundsThatAreNoNumbersOfPixelsAreListedAndNotDrawn) {
   const ttr::CPageElements page = elementsOf(R"j({"Contents": [
-      {"Bounds": [2.5, 0, 9, 9]}, {"Bounds": [1, 2, 3]}, {"Bounds": []}, {"Bounds": [0, 0, -1, 5]},
+      {"Bounds": [3e9, 0, 9, 9]}, {"Bounds": [1, 2, 3]}, {"Bounds": []}, {"Bounds": [0, 0, -1, 5]},
       {"Bounds": "wide"}, {"Bounds": [0, 0, 0, 5]}]})j");
   ASSERT_EQ(page.scene.shapes.size(), 1U);
   EXPECT_EQ(page.scene.shapes[0].box, (CBox{0, 0, 0, 5}));

@@ -108,8 +108,10 @@ TEST(Picture, ImageOrPlaceholderTakesThePlaceOfItsName) {
   second.images = {&missing};
   const std::string svg = svgOf({first, first, second});
   EXPECT_EQ(count(svg, "data:image/png;base64,AAAA"), 1U);
-  EXPECT_EQ(count(svg, R"(<use href="#test-image-0" x="10" y="20" width="300" height="200"/>)"),
-            2U);
+  EXPECT_EQ(
+      count(svg,
+            R"(<svg x="10" y="20" width="300" height="200"><use href="#test-image-0"/></svg>)"),
+      2U);
   EXPECT_TRUE(contains(svg, ">b.png: not found</text>"));
 }
 

@@ -2,6 +2,7 @@
 
 #include <gtest/gtest.h>
 
+#include <algorithm>
 #include <cstdlib>
 #include <filesystem>
 
@@ -69,6 +70,23 @@ TEST(Preview, ReasonsTellTheirPlace) {
   folder.Write("p.json", "{\"Contents\": [\n  {\"Loop\": 5}]}");
   EXPECT_EQ(refusal(optionsFor(folder, {"a.svg"})).rfind("p.json:2:", 0), 0U)
       << refusal(optionsFor(folder, {"a.svg"}));
+}
+
+TEST(Preview, PassesWithTheSameMessagesTellTheirOwnPlaces) {
+  const ttr::CPageFolder folder({{"p.json", R"j({"Contents": [
+{"Loop": {"List": "0,1,0,0", "Value": "v", "Bounds": [], "Contents": [
+  {"If": {"Condition": "$(v)", "Contents": ["$(no)"]}}]}},
+{"Loop": {"List": "1,0,1,1", "Value": "v", "Bounds": [], "Contents": [
+  {"If": {"Condition": "$(v)", "Contents": ["$(no)"]}}]}}]})j"}});
+  const CPreviewModel model = makePreview(optionsFor(folder, {"a.html"}));
+  ASSERT_EQ(model.pictures.size(), 4U);
+  std::vector<std::size_t> lines;
+  for (const ttr::CPreviewPicture& picture : model.pictures) {
+    ASSERT_EQ(picture.faults.size(), 1U);
+    lines.push_back(picture.faults[0].place.line);
+  }
+  std::sort(lines.begin(), lines.end());
+  EXPECT_EQ(lines, (std::vector<std::size_t>{3, 5, 5, 5}));
 }
 
 TEST(Preview, OutdatedPicturesBearABanner) {

@@ -79,6 +79,16 @@ TEST(ViewerPage, FaultNamesTheFirstCopyOfTheInnermostElement) {
   EXPECT_EQ(fault["level"], "warning");
 }
 
+TEST(ViewerPage, EveryTagOfManyPicturesIsEscaped) {
+  ttr::CPreviewModel model = preview();
+  model.pictures[0].svg = "</a><!b></</<!<!";
+  model.pictures.resize(40, model.pictures[0]);
+  const std::string text = modelText(viewerPage(model, "", false));
+  EXPECT_EQ(text.find("</"), std::string::npos);
+  EXPECT_EQ(text.find("<!"), std::string::npos);
+  EXPECT_EQ(modelOf(viewerPage(model, "", false))["pictures"][39]["svg"], model.pictures[0].svg);
+}
+
 TEST(ViewerPage, NothingInTheModelEndsOrBeginsAScript) {
   const std::string page = viewerPage(preview(), "", false);
   const std::string text = modelText(page);

@@ -129,7 +129,7 @@ eventually "fault: the browser is told" more_than "$told" events
 eventually "fault: the page is outdated" is_outdated
 expect "fault: the last good page stays" 1 "$(served | grep -cF '"text 10"')"
 expect "fault: the reason is in the page" 1 "$(served | grep -c '"outdated":"page.json:1:')"
-eventually "fault: the reason is reported" grep -q '^ttr: page.json:1:' err
+eventually "fault: the reason is reported" grep -q '^page.json:1:.*: error: .*\[json-syntax\]$' err
 eventually "fault: the file is outdated, too" written '"outdated":"page.json:1:'
 change in_vim page.json '%s/}/]}/' '%s/text 10/text 11/'
 follows "mended" '"text 11"'
@@ -145,25 +145,44 @@ eventually "page is back: not outdated" is_current
 # --- All the files that a page is made from ---
 
 change save page.json "$(page "text 13" "$(include parts/head.json)")"
-follows "include that is missing" '"text 13"'
+eventually "include that is missing: the page is outdated" is_outdated
+expect "include that is missing: the last good page stays" 1 "$(served | grep -cF '"text 12"')"
+missing="page.json:1:47: not included: parts/head.json: No such file or directory"
+eventually "include that is missing: the reason is in the page" shows "\"outdated\":\"$missing\""
+eventually "include that is missing: it is reported" grep -q '^page.json:1:47: .*\[not-included\]$' err
 mkdir parts
 change save parts/head.json "$(page "head 1")"
 follows "include that appears" '"head 1"'
+eventually "include that appears: not outdated" is_current
+change save parts/head.json '{"Contents":['
+eventually "faulty include: the page is outdated" is_outdated
+expect "faulty include: the last good page stays" 1 "$(served | grep -cF '"head 1"')"
+expect "faulty include: the reason is in the page" 1 \
+  "$(served | grep -c '"outdated":"parts/head.json:1:')"
+eventually "faulty include: the file is outdated, too" written '"outdated":"parts/head.json:1:'
+eventually "faulty include: it is reported" grep -q '^parts/head.json:1:.*: error: ' err
+change save parts/head.json "$(page "head 1")"
+eventually "faulty include is mended" is_current
 change in_vim parts/head.json '%s/head 1/head 2/'
 follows "include that changes" '"head 2"'
 change mv parts parts.old
-eventually "folder is gone" shows_not '"head 2"'
+eventually "folder is gone" is_outdated
+expect "folder is gone: the last good page stays" 1 "$(served | grep -cF '"head 2"')"
 mkdir parts.new
 page "head 3" > parts.new/head.json
 change mv parts.new parts
 follows "folder is back" '"head 3"'
+eventually "folder is back: not outdated" is_current
 change save parts/head.json "$(page "head 4" "$(include parts/deep.json)")"
-follows "include with an include" '"head 4"'
+eventually "include with an include" shows '"outdated":"parts/head.json:1:'
 change save parts/deep.json "$(page "deep 1")"
 follows "include of an include" '"deep 1"'
+expect "include of an include: its parent" 1 "$(served | grep -cF '"head 4"')"
 
 change save page.json "$(page 'value $(a)')"
 follows "no values" '"value '
+eventually "no values: the fault is reported" grep -q '^page.json:1:.*\[unknown-token\]$' err
+eventually "no values: the page is not outdated" is_current
 change save values.json '{"a":"one"}'
 follows "values that appear" '"value one"'
 change in_vim values.json '%s/one/two/'
@@ -178,7 +197,7 @@ eventually "own values are gone: not outdated" is_current
 
 # Its own output is no reason to build again, even if the page reads it.
 change save page.json "$(page "output" "$(include page.html)")"
-follows "page that includes its output" '"output"'
+eventually "page that includes its output" shows '"outdated":"page.html:1:'
 count=$(lines)
 sleep 1
 expect "nothing happens by itself" "$count" "$(lines)"
@@ -202,18 +221,33 @@ stop TERM
 
 echo '{"Contents":[' > page.json
 serve page.json -q
-eventually "no JSON from the start: reported" grep -q '^ttr: page.json:' err
+eventually "no JSON from the start: reported" grep -q '^page.json:.*: error: ' err
 expect "no JSON from the start: the page says so" 1 "$(served | grep -c '"outdated":"page.json:')"
 change save page.json "$(page mended)"
 follows "page is mended" '"mended"'
 stop TERM
 expect "quiet: nothing but the error" 1 "$(lines)"
 
+page "text 1" "$(include none.json)" > page.json
+serve page.json -q
+expect "incomplete from the start: shown as it is, outdated" "1 1" \
+  "$(served | grep -cF '"text 1"') $(served | grep -c '"outdated":"page.json:1:')"
+change save page.json "$(page "text 2" "$(include none.json)")"
+follows "incomplete all the time" '"text 2"'
+change save none.json "$(page '$(unknown)')"
+eventually "complete, with a warning" is_current
+expect "quiet: errors only" 0 "$(grep -vc ': error: ' err)"
+stop TERM
+
 # --- Images ---
 
 mkdir images
-image() { printf '\x89PNG\r\n\x1a\n%s' "$1"; }
-embedded() { image "$1" | base64; }
+# image DATA: a PNG file as far as its chunks go, with three bytes of data.
+image() {
+  printf '\x89PNG\r\n\x1a\n\0\0\0\rIHDR\0\0\0\1\0\0\0\1\x08\2\0\0\0-crc'
+  printf '\0\0\0\3IDAT%s-crc\0\0\0\0IEND-crc' "$1"
+}
+embedded() { image "$1" | base64 -w 0; }
 echo '{"Contents":[{"Bounds":[0,0,99,99],"Display":["0xFF000000"],"Contents":["logo.png"]}]}' > page.json
 serve page.json --assets images
 image one > image.png
