@@ -74,7 +74,8 @@ grids are dotted. What lies off the screen is in a hatched margin. A list below 
 the elements that became null, and those that cannot be drawn.
 
 With --watch and --serve the preview follows its files until it is ended with Ctrl-C: the page, what
-it includes, its values and images. A faulty page leaves the last good pictures, marked OUTDATED.
+it includes, its values and images. A faulty page, or an included file that is missing or no JSON,
+leaves the last good pictures, marked OUTDATED.
 
 An HTML file holds all sizes and passes, and needs no other file. PNG needs rsvg-convert (Debian:
 librsvg2-bin).
