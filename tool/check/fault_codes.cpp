@@ -14,6 +14,7 @@ bool beginsWith(const std::string& text, const std::string& beginning) {
 
 }  // namespace
 
+// A table, not a road. NOLINTNEXTLINE(readability-function-size)
 const std::vector<CFaultKind>& faultKinds() {
   static const std::vector<CFaultKind> kinds = {
       // Files

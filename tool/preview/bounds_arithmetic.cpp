@@ -107,7 +107,11 @@ std::optional<int> originOf(const CEntry& entry) {
 std::string calculation(const CTerm& term, std::optional<int> origin) {
   const std::string added = origin ? std::to_string(*origin) + " + " : "";
   std::string text;
-  for (const std::string& step : term.steps) text += (text.empty() ? "" : " = ") + added + step;
+  for (const std::string& step : term.steps) {
+    if (!text.empty()) text += " = ";
+    text += added;
+    text += step;
+  }
   if (origin) text += " = " + std::to_string(term.number + *origin);
   return term.note.empty() ? text : text + " (" + term.note + ')';
 }

@@ -85,7 +85,7 @@ std::string pngFromSvg(const std::string& svg) {
   const CFile errors = temporaryFile();
   fill(input.get(), svg);
   const int status = run(input.get(), output.get(), errors.get());
-  const std::string png = contents(output.get());
+  std::string png = contents(output.get());
   if (WIFEXITED(status) && WEXITSTATUS(status) == 0 && !png.empty()) return png;
   if (WIFEXITED(status) && WEXITSTATUS(status) == notStarted) failAsMissing();
   const std::string reason = contents(errors.get());

@@ -107,6 +107,7 @@ std::size_t charactersIn(std::int64_t width, std::int64_t fontSize) {
 CFittedText fitted(const std::vector<std::string>& texts, std::int64_t width, std::int64_t height,
                    std::int64_t smallest, std::int64_t largest) {
   std::vector<std::string> cut;
+  cut.reserve(texts.size());
   for (const std::string& text : texts) cut.push_back(shortened(text, longestText));
   const std::size_t word = longestWord(cut);
   std::int64_t fontSize = std::clamp(height * 62 / 100, smallest, largest);
