@@ -1,23 +1,14 @@
 #include "check/check_report.h"
 
 #include <gtest/gtest.h>
-#include <json/reader.h>
 
-#include <memory>
 #include <set>
 #include <string>
 
 #include "check/fault_codes.h"
+#include "support/json.h"
 
 namespace {
-
-Json::Value json(const std::string& text) {
-  const std::unique_ptr<Json::CharReader> reader(Json::CharReaderBuilder().newCharReader());
-  Json::Value value;
-  std::string errors;
-  EXPECT_TRUE(reader->parse(text.data(), text.data() + text.size(), &value, &errors)) << errors;
-  return value;
-}
 
 /// A warning in an included file with letters outside ASCII before it, and an error of a page.
 ttr::CCheckReport report() {
@@ -67,7 +58,7 @@ TEST(CheckReport, ColoursStandAroundPlaceAndLevel) {
 }
 
 TEST(CheckReport, JsonTellsEverything) {
-  const Json::Value value = json(ttr::jsonReport(report()));
+  const Json::Value value = Parse(ttr::jsonReport(report()));
   EXPECT_EQ(value["errors"], 1);
   EXPECT_EQ(value["warnings"], 1);
   EXPECT_EQ(value["pages"][0], "page.json");
@@ -138,12 +129,12 @@ void expectLog(const Json::Value& log) {
 }
 
 TEST(CheckReport, SarifKeepsToTheStandard) {
-  expectLog(json(ttr::sarifReport(report(), "1.2.3", 2)));
-  expectLog(json(ttr::sarifReport({}, "1.2.3", 0)));
+  expectLog(Parse(ttr::sarifReport(report(), "1.2.3", 2)));
+  expectLog(Parse(ttr::sarifReport({}, "1.2.3", 0)));
 }
 
 TEST(CheckReport, SarifPlacesAreUrisAndUtf16Units) {
-  const Json::Value run = json(ttr::sarifReport(report(), "1.2.3", 2))["runs"][0];
+  const Json::Value run = Parse(ttr::sarifReport(report(), "1.2.3", 2))["runs"][0];
   const Json::Value& place = run["results"][0]["locations"][0]["physicalLocation"];
   EXPECT_EQ(place["artifactLocation"]["uri"], "my%20parts/h%C3%A4.json");
   EXPECT_EQ(place["region"]["startColumn"], 9);  // 12 in bytes
@@ -159,7 +150,7 @@ TEST(CheckReport, SarifPlacesAreUrisAndUtf16Units) {
 }
 
 TEST(CheckReport, SarifHasAnEmptyListOfResultsWhenNothingIsWrong) {
-  const Json::Value run = json(ttr::sarifReport({}, "1.2.3", 0))["runs"][0];
+  const Json::Value run = Parse(ttr::sarifReport({}, "1.2.3", 0))["runs"][0];
   EXPECT_TRUE(run["results"].isArray());
   EXPECT_EQ(run["results"].size(), 0U);
   EXPECT_EQ(run["invocations"][0]["executionSuccessful"], true);

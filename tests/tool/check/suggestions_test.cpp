@@ -1,21 +1,13 @@
 #include "check/suggestions.h"
 
 #include <gtest/gtest.h>
-#include <json/reader.h>
 
-#include <memory>
 #include <string>
 #include <vector>
 
-namespace {
+#include "support/json.h"
 
-Json::Value json(const std::string& text) {
-  const std::unique_ptr<Json::CharReader> reader(Json::CharReaderBuilder().newCharReader());
-  Json::Value value;
-  std::string errors;
-  EXPECT_TRUE(reader->parse(text.data(), text.data() + text.size(), &value, &errors)) << errors;
-  return value;
-}
+namespace {
 
 TEST(Suggestions, AnExchangeOfNeighboursIsOneStep) {
   const struct {
@@ -60,7 +52,7 @@ TEST(Suggestions, ATokenIsComparedByAsManyPartsAsTheNameHas) {
 
 std::vector<std::string> misspelt(const std::string& document) {
   std::vector<std::string> found;
-  for (const ttr::CMisspeltMember& member : ttr::misspeltMembers(json(document))) {
+  for (const ttr::CMisspeltMember& member : ttr::misspeltMembers(Parse(document))) {
     found.push_back(member.pointer.Text() + " " + member.meant);
   }
   return found;
