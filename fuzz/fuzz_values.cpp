@@ -11,8 +11,8 @@
 #include <cstdint>
 #include <string>
 
-#include "../tool/page_host.h"
-#include "../tool/page_options.h"
+#include "../tool/page/page_host.h"
+#include "../tool/page/page_options.h"
 #include "../tool/tool_error.h"
 #include "TokenTemplateResolver/json_text.h"
 #include "fuzz_input.h"

@@ -13,9 +13,9 @@
 #include "TokenTemplateResolver/json_text.h"
 #include "diagnostic_meter.h"
 #include "files.h"
-#include "included_files.h"
-#include "page_host.h"
-#include "page_options.h"
+#include "page/included_files.h"
+#include "page/page_host.h"
+#include "page/page_options.h"
 #include "tool_error.h"
 
 namespace ttr {

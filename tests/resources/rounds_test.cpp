@@ -7,7 +7,7 @@
 #include <string>
 
 #include "files.h"
-#include "page_host.h"
+#include "page/page_host.h"
 #include "resources/memory_meter.h"
 #include "support/build_kind.h"
 #include "support/cerr_capture.h"

@@ -6,7 +6,7 @@
 #include <sstream>
 #include <stdexcept>
 
-#include "page_host.h"
+#include "page/page_host.h"
 #include "support/cerr_capture.h"
 #include "support/json.h"
 

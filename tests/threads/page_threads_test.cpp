@@ -17,7 +17,7 @@
 #include "TokenTemplateResolver/template_resolver.h"
 #include "TokenTemplateResolver/time_format.h"
 #include "files.h"
-#include "page_host.h"
+#include "page/page_host.h"
 #include "support/json.h"
 
 namespace {

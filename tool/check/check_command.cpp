@@ -17,7 +17,7 @@
 #include "check/page_search.h"
 #include "files.h"
 #include "output_options.h"
-#include "page_options.h"
+#include "page/page_options.h"
 #include "tool_error.h"
 
 namespace ttr {

@@ -8,8 +8,8 @@
 
 #include "diff/template_entry.h"
 #include "page/json_pointer.h"
+#include "page/page_options.h"
 #include "page/source_file.h"
-#include "page_options.h"
 
 namespace ttr {
 

@@ -12,7 +12,7 @@
 #include "diff/difference_report.h"
 #include "files.h"
 #include "output_options.h"
-#include "page_options.h"
+#include "page/page_options.h"
 #include "tool_error.h"
 
 namespace ttr {

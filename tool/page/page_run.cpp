@@ -9,9 +9,9 @@
 #include <utility>
 
 #include "TokenTemplateResolver/json_text.h"
-#include "included_files.h"
+#include "page/included_files.h"
 #include "page/message_recorder.h"
-#include "page_variables.h"
+#include "page/page_variables.h"
 #include "tool_error.h"
 
 namespace ttr {

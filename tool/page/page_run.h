@@ -11,9 +11,9 @@
 #include <string>
 #include <vector>
 
+#include "page/page_host.h"
+#include "page/page_options.h"
 #include "page/source_file.h"
-#include "page_host.h"
-#include "page_options.h"
 
 namespace ttr {
 

@@ -6,7 +6,7 @@
 #include <string>
 #include <vector>
 
-#include "page_host.h"
+#include "page/page_host.h"
 #include "preview/assets.h"
 #include "preview/box.h"
 

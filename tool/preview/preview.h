@@ -7,7 +7,7 @@
 #include <vector>
 
 #include "check/fault.h"
-#include "page_options.h"
+#include "page/page_options.h"
 #include "preview/box.h"
 #include "tool_error.h"
 

@@ -17,8 +17,8 @@
 
 #include "files.h"
 #include "page/message_recorder.h"
-#include "page_host.h"
-#include "page_options.h"
+#include "page/page_host.h"
+#include "page/page_options.h"
 #include "test/unified_diff.h"
 #include "tool_error.h"
 

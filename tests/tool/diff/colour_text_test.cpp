@@ -4,7 +4,7 @@
 
 #include <string>
 
-#include "page_host.h"
+#include "page/page_host.h"
 #include "support/json.h"
 
 namespace ttr {

@@ -5,7 +5,7 @@
 #include <string>
 #include <utility>
 
-#include "page_options.h"
+#include "page/page_options.h"
 
 namespace ttr {
 

@@ -1,5 +1,5 @@
-#ifndef TOOL_INCLUDED_FILES_H
-#define TOOL_INCLUDED_FILES_H
+#ifndef TOOL_PAGE_INCLUDED_FILES_H
+#define TOOL_PAGE_INCLUDED_FILES_H
 
 #include <functional>
 #include <string>
@@ -36,4 +36,4 @@ class CIncludeReader {
 
 }  // namespace ttr
 
-#endif  // TOOL_INCLUDED_FILES_H
+#endif  // TOOL_PAGE_INCLUDED_FILES_H

@@ -1,5 +1,5 @@
-#ifndef TOOL_PAGE_HOST_H
-#define TOOL_PAGE_HOST_H
+#ifndef TOOL_PAGE_PAGE_HOST_H
+#define TOOL_PAGE_PAGE_HOST_H
 
 #include <json/value.h>
 
@@ -58,4 +58,4 @@ class CPageHost {
 
 }  // namespace ttr
 
-#endif  // TOOL_PAGE_HOST_H
+#endif  // TOOL_PAGE_PAGE_HOST_H

@@ -1,8 +1,8 @@
-#include "page_host.h"
+#include "page/page_host.h"
 
 #include <gtest/gtest.h>
 
-#include "page_variables.h"
+#include "page/page_variables.h"
 #include "support/cerr_capture.h"
 #include "support/json.h"
 

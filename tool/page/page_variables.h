@@ -1,5 +1,5 @@
-#ifndef TOOL_PAGE_VARIABLES_H
-#define TOOL_PAGE_VARIABLES_H
+#ifndef TOOL_PAGE_PAGE_VARIABLES_H
+#define TOOL_PAGE_PAGE_VARIABLES_H
 
 #include <json/value.h>
 
@@ -17,4 +17,4 @@ std::set<std::string> pageVariables(const Json::Value& page, const CTokenResolve
 
 }  // namespace ttr
 
-#endif  // TOOL_PAGE_VARIABLES_H
+#endif  // TOOL_PAGE_PAGE_VARIABLES_H

@@ -1,5 +1,5 @@
-#ifndef TOOL_PAGE_OPTIONS_H
-#define TOOL_PAGE_OPTIONS_H
+#ifndef TOOL_PAGE_PAGE_OPTIONS_H
+#define TOOL_PAGE_PAGE_OPTIONS_H
 
 #include <json/value.h>
 
@@ -7,7 +7,7 @@
 #include <optional>
 #include <string>
 
-#include "page_host.h"
+#include "page/page_host.h"
 
 namespace CLI {
 class App;
@@ -61,4 +61,4 @@ class CWorkingDirectory {
 
 }  // namespace ttr
 
-#endif  // TOOL_PAGE_OPTIONS_H
+#endif  // TOOL_PAGE_PAGE_OPTIONS_H

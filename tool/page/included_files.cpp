@@ -1,5 +1,5 @@
 // How the tool reads the files that pages include, in place of the library's own way.
-#include "included_files.h"
+#include "page/included_files.h"
 
 #include <fcntl.h>
 #include <sys/stat.h>

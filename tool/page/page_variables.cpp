@@ -1,4 +1,4 @@
-#include "page_variables.h"
+#include "page/page_variables.h"
 
 #include <exception>
 #include <vector>

@@ -1,10 +1,10 @@
-#include "page_host.h"
+#include "page/page_host.h"
 
 #include <algorithm>
 #include <cstddef>
 
 #include "TokenTemplateResolver/json_text.h"
-#include "page_variables.h"
+#include "page/page_variables.h"
 
 namespace ttr {
 
