@@ -207,6 +207,7 @@ class TTR_EXPORT CTemplateResolver {
                            int container);
   void replaceByIfContents(Json::Value& element, Json::Value& ifValue, int container);
   Json::Value* resolveIfContents(Json::Value& ifValue, int container);
+  Json::Value includedDocument(const Json::Value& include);
   Json::Value expandGridLoop(Json::Value& loop, Json::Value& list, const CLoopRange& range,
                              int container);
   Json::Value fillGrid(const Json::Value& loop, const ttr::CLoopList& list, const CLoopRange& range,

@@ -8,6 +8,7 @@
 #include <vector>
 
 #include "TokenTemplateResolver/export.h"
+#include "TokenTemplateResolver/trace.h"
 
 /// The contexts and bounds in force while a template is resolved: one frame for the screen, then
 /// one for each element (and each loop) that encloses the place being resolved.
@@ -34,7 +35,7 @@ class TTR_EXPORT CTemplateStack {
   /// Removes the top frame.
   void Pop() {
     if (m_frames.empty()) {
-      std::cerr << "CTemplateStack::Pop: preconditions." << std::endl;
+      report("CTemplateStack::Pop: preconditions.");
       return;
     }
     m_frames.pop_back();
@@ -77,14 +78,24 @@ class TTR_EXPORT CTemplateStack {
  private:
   bool contextFits(const Json::Value& context) const {
     if (!m_frames.empty() && context.isObject()) return true;
-    std::cerr << "CTemplateStack::ContextSet: preconditions." << std::endl;
+    report("CTemplateStack::ContextSet: preconditions.");
     return false;
   }
 
   bool boundsFit(const Json::Value& bounds) const {
     if (!m_frames.empty() && bounds.isArray()) return true;
-    std::cerr << "CTemplateStack::BoundsSet: preconditions." << std::endl;
+    report("CTemplateStack::BoundsSet: preconditions.");
     return false;
+  }
+
+  static void report(const char* message) {
+    if (ttr::trace != nullptr) {
+      ttr::CTraceEvent event;
+      event.event = ttr::traceMessage;
+      event.text = message;
+      ttr::trace(event);
+    }
+    std::cerr << message << std::endl;
   }
 
   std::vector<CStackFrame> m_frames;

@@ -11,6 +11,7 @@
 #include "template/bounds_array.h"
 #include "util/integer_text.h"
 #include "util/text_view.h"
+#include "util/trace_point.h"
 #include "util/wrapping.h"
 
 namespace {
@@ -42,13 +43,12 @@ bool isPercentage(const Json::Value& value) {
 
 int percentageOf(const Json::Value& value) { return ttr::leadingInt32(ttr::textView(value)); }
 
-/// Makes the first two entries of a point absolute; a point with fewer is extended with nulls.
-void processPoint(const CTemplateResolver& resolver, Json::Value& point,
-                  const CEnclosingBounds& enclosing) {
-  if (!point.isArray()) return;
-  const ttr::CArrayHead<Json::Value, 2> edges(point);
-  resolver.processBoundsEdge(edges[0], enclosing.x, enclosing.width);
-  resolver.processBoundsEdge(edges[1], enclosing.y, enclosing.height);
+/// Tells of the edge or size `value`, its tokens replaced. The origin of a size is 0.
+void traceMeasurement(const Json::Value& value, int origin, int extent) {
+  if (!ttr::isTraced()) return;
+  std::optional<int> percentage;
+  if (isPercentage(value)) percentage = percentageOf(value);
+  ttr::tellMeasure(value, origin, extent, percentage);
 }
 
 int shareOf(int extent, int percentage) { return ttr::wrapMultiply(percentage, extent) / 100; }
@@ -67,31 +67,93 @@ std::optional<int> plainPercentage(const Json::Value& value) {
 }
 
 /// Replaces the tokens of the string `value`, and gives the share of `extent` that it then asks
-/// for: none when it is no percentage, or when there is no extent (below 1) to take it of.
-std::optional<int> processShare(const CTemplateResolver& resolver, Json::Value& value, int extent) {
-  if (extent > 0) {
-    if (const std::optional<int> plain = plainPercentage(value)) return shareOf(extent, *plain);
+/// for: none when it is no percentage, or when there is no origin (below 0) or no extent (below 1)
+/// to take it of.
+std::optional<int> processShare(const CTemplateResolver& resolver, Json::Value& value, int origin,
+                                int extent) {
+  const bool measurable = origin >= 0 && extent > 0;
+  if (measurable) {
+    if (const std::optional<int> plain = plainPercentage(value)) {
+      traceMeasurement(value, origin, extent);
+      return shareOf(extent, *plain);
+    }
   }
   resolver.processValue(value);
-  if (extent < 1 || !isPercentage(value)) return std::nullopt;
+  traceMeasurement(value, origin, extent);
+  if (!measurable || !isPercentage(value)) return std::nullopt;
   return shareOf(extent, percentageOf(value));
+}
+
+void makeAbsolute(const CTemplateResolver& resolver, Json::Value& edge, int origin, int extent) {
+  if (edge.isInt()) {
+    // Without an origin the edge also keeps its JSON type: it may be a uint or a real.
+    if (origin < 0) return;
+    traceMeasurement(edge, origin, extent);
+    edge = ttr::absoluteEdge(edge.asInt(), origin);
+    return;
+  }
+  if (!edge.isString()) return;
+  // Without an origin no percentage can be taken.
+  if (const std::optional<int> share = processShare(resolver, edge, origin, extent)) {
+    edge = ttr::wrapAdd(*share, origin);
+    return;
+  }
+  // Unlike an int, text gets the origin whatever its sign: without enclosing bounds it loses one.
+  CTokenResolver::CoerceToInt(edge);
+  edge = ttr::wrapAdd(edge.asInt(), origin);
+}
+
+void makeNumber(const CTemplateResolver& resolver, Json::Value& size, int extent) {
+  if (!size.isString()) return;
+  if (const std::optional<int> share = processShare(resolver, size, 0, extent)) {
+    size = *share;
+  } else {
+    CTokenResolver::CoerceToInt(size);
+  }
+}
+
+void resolveEdge(const CTemplateResolver& resolver, Json::Value& edge, int origin, int extent) {
+  ttr::traceEntryBegin(edge);
+  makeAbsolute(resolver, edge, origin, extent);
+  ttr::traceEntryEnd(edge);
+}
+
+void resolveSize(const CTemplateResolver& resolver, Json::Value& size, int extent) {
+  ttr::traceEntryBegin(size);
+  makeNumber(resolver, size, extent);
+  ttr::traceEntryEnd(size);
+}
+
+/// Makes the first two entries of a point absolute; a point with fewer is extended with nulls.
+void processPoint(const CTemplateResolver& resolver, Json::Value& point,
+                  const CEnclosingBounds& enclosing) {
+  if (!point.isArray()) return;
+  ttr::traceEntryBegin(point);
+  const ttr::CArrayHead<Json::Value, 2> edges(point);
+  resolveEdge(resolver, edges[0], enclosing.x, enclosing.width);
+  resolveEdge(resolver, edges[1], enclosing.y, enclosing.height);
+  ttr::traceEntryEnd(point);
 }
 
 }  // namespace
 
 void CTemplateResolver::processContentsBoundsElement(Json::Value& bounds) {
+  ttr::traceMemberBegin("Bounds", bounds);
   const CEnclosingBounds enclosing = enclosingBounds(*m_stack);
   const Json::ArrayIndex size = bounds.size();
   const ttr::CArrayHead<Json::Value, 6> entries(bounds);
-  if (size > 0) processBoundsEdge(entries[0], enclosing.x, enclosing.width);
-  if (size > 1) processBoundsEdge(entries[1], enclosing.y, enclosing.height);
-  if (size > 2) processBoundsSize(entries[2], enclosing.x, enclosing.width);
-  if (size > 3) processBoundsSize(entries[3], enclosing.y, enclosing.height);
+  if (size > 0) resolveEdge(*this, entries[0], enclosing.x, enclosing.width);
+  if (size > 1) resolveEdge(*this, entries[1], enclosing.y, enclosing.height);
+  if (size > 2) resolveSize(*this, entries[2], enclosing.width);
+  if (size > 3) resolveSize(*this, entries[3], enclosing.height);
   for (Json::ArrayIndex index = 4; index <= 5 && index < size; ++index) {
+    ttr::traceEntryBegin(entries[index]);
     processValue(entries[index]);
     CTokenResolver::CoerceToInt(entries[index]);
+    ttr::traceEntryEnd(entries[index]);
   }
   m_stack->BoundsSet(bounds);
+  ttr::traceMemberEnd(bounds);
 }
 
 void CTemplateResolver::processLayoutElement(Json::Value& layout) {
@@ -105,27 +167,9 @@ void CTemplateResolver::processArrayBoundsEdge(Json::Value& point) const {
 }
 
 void CTemplateResolver::processBoundsEdge(Json::Value& edge, int origin, int extent) const {
-  if (edge.isInt()) {
-    // Without an origin the edge also keeps its JSON type: it may be a uint or a real.
-    if (origin >= 0) edge = ttr::absoluteEdge(edge.asInt(), origin);
-    return;
-  }
-  if (!edge.isString()) return;
-  // Without an origin no percentage can be taken.
-  if (const std::optional<int> share = processShare(*this, edge, origin >= 0 ? extent : 0)) {
-    edge = ttr::wrapAdd(*share, origin);
-    return;
-  }
-  // Unlike an int, text gets the origin whatever its sign: without enclosing bounds it loses one.
-  CTokenResolver::CoerceToInt(edge);
-  edge = ttr::wrapAdd(edge.asInt(), origin);
+  resolveEdge(*this, edge, origin, extent);
 }
 
 void CTemplateResolver::processBoundsSize(Json::Value& size, int /*origin*/, int extent) const {
-  if (!size.isString()) return;
-  if (const std::optional<int> share = processShare(*this, size, extent)) {
-    size = *share;
-  } else {
-    CTokenResolver::CoerceToInt(size);
-  }
+  resolveSize(*this, size, extent);
 }

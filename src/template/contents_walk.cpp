@@ -9,11 +9,14 @@
 #include "template/member.h"
 #include "template/render_type.h"
 #include "util/report.h"
+#include "util/trace_point.h"
 #include "util/wrapping.h"
 
 void CTemplateResolver::process(Json::Value& document) {
   if (Json::Value* page = ttr::findMember(document, "Page")) {
+    ttr::traceMemberBegin("Page", *page);
     processPageValue(*page);
+    ttr::traceMemberEnd(*page);
   } else if (Json::Value* contents = ttr::findMember(document, "Contents")) {
     processContentsArray(*contents, 0);
   } else {
@@ -34,26 +37,30 @@ void CTemplateResolver::processPageValue(Json::Value& page) {
 }
 
 void CTemplateResolver::processContentsArray(Json::Value& contents, int container) {
-  if (!contents.isArray()) {
+  ttr::traceMemberBegin("Contents", contents);
+  if (contents.isArray()) {
+    for (Json::Value& entry : contents) {
+      processContentsValue(entry, container);
+      lowercaseContentsValue(entry);
+    }
+  } else {
     ttr::report("CTemplateResolver::processContentsArray: Contents member must be an array.");
-    return;
   }
-  for (Json::Value& entry : contents) {
-    processContentsValue(entry, container);
-    lowercaseContentsValue(entry);
-  }
+  ttr::traceMemberEnd(contents);
 }
 
 void CTemplateResolver::processContentsValue(Json::Value& value, int container) {
-  if (!value.isObject()) {
-    if (value.isString()) processValue(value);
-    return;
+  if (ttr::isTraced()) ttr::tellBegin(ttr::tracedElement, &value, m_stack->boundsFind(), 0);
+  if (value.isObject()) {
+    // Deliberately no scope guard: an exception leaves the frames for the host to look at, and the
+    // next Input clears them.
+    m_stack->Push();
+    processContentsObject(value, container);
+    m_stack->Pop();
+  } else if (value.isString()) {
+    processValue(value);
   }
-  // Deliberately no scope guard: an exception leaves the frames for the host to look at, and the
-  // next Input clears them.
-  m_stack->Push();
-  processContentsObject(value, container);
-  m_stack->Pop();
+  if (ttr::isTraced()) ttr::tellEnd(ttr::tracedElement, &value, {});
 }
 
 void CTemplateResolver::processContentsObject(Json::Value& element, int container) {
@@ -67,10 +74,13 @@ void CTemplateResolver::processContentsObject(Json::Value& element, int containe
   if (members.bounds != nullptr) processContentsBoundsElement(*members.bounds);
   if (members.include != nullptr) {
     element = processContentsIncludeElement(*members.include);
+    ttr::traceReplacement("Include", element);
   } else if (members.ifValue != nullptr) {
     replaceByIfContents(element, *members.ifValue, container);
+    ttr::traceReplacement("If", element);
   } else if (members.loop != nullptr) {
     element = processContentsLoopElement(*members.loop, container);
+    ttr::traceReplacement("Loop", element);
   } else {
     processPlainMembers(element, members, container);
   }
@@ -88,13 +98,19 @@ void CTemplateResolver::replaceByIfContents(Json::Value& element, Json::Value& i
 
 void CTemplateResolver::processPlainMembers(Json::Value& element,
                                             const ttr::CElementMembers& members, int container) {
-  if (members.layout != nullptr) processLayoutElement(*members.layout);
+  if (members.layout != nullptr) {
+    ttr::traceMemberBegin("Layout", *members.layout);
+    processLayoutElement(*members.layout);
+    ttr::traceMemberEnd(*members.layout);
+  }
   if (members.display != nullptr) processContentsDisplayElement(*members.display);
   if (members.play != nullptr) processContentsPlayElement(*members.play);
   if (members.prec != nullptr) processContentsPrecElement(*members.prec);
   int inner = container;
   if (members.renderType != nullptr) {
+    ttr::traceMemberBegin("RenderType", *members.renderType);
     processValue(*members.renderType);
+    ttr::traceMemberEnd(*members.renderType);
     inner = processContainment(element, getElementType(*members.renderType), container);
   }
   if (members.contents != nullptr) processContentsArray(*members.contents, inner);

@@ -6,6 +6,7 @@
 #include "TokenTemplateResolver/template_resolver.h"
 #include "template/member.h"
 #include "util/report.h"
+#include "util/trace_point.h"
 
 namespace {
 
@@ -54,10 +55,13 @@ Json::Value CTemplateResolver::processContentsIfElement(Json::Value& ifValue, in
 }
 
 Json::Value* CTemplateResolver::resolveIfContents(Json::Value& ifValue, int container) {
+  ttr::traceMemberBegin("If", ifValue);
   CExpression expression = processContentsIfExpressionGet(ifValue);
-  if (!processContentsIfExpressionEval(expression)) return nullptr;
-  Json::Value* contents = ttr::findMember(ifValue, "Contents");
+  const bool holds = processContentsIfExpressionEval(expression);
+  if (ttr::isTraced()) ttr::tellVerdict(expression.condition, expression.operand, holds);
+  Json::Value* contents = holds ? ttr::findMember(ifValue, "Contents") : nullptr;
   if (contents != nullptr) processContentsArray(*contents, container);
+  ttr::traceMemberEnd(ifValue);
   return contents;
 }
 

@@ -4,6 +4,7 @@
 #include "TokenTemplateResolver/included_file.h"
 #include "TokenTemplateResolver/template_resolver.h"
 #include "util/report.h"
+#include "util/trace_point.h"
 
 namespace {
 
@@ -12,6 +13,13 @@ constexpr unsigned int maxIncludeDepth = 10;
 }  // namespace
 
 Json::Value CTemplateResolver::processContentsIncludeElement(Json::Value& include) {
+  ttr::traceMemberBegin("Include", include);
+  Json::Value result = includedDocument(include);
+  ttr::traceMemberEnd(result);
+  return result;
+}
+
+Json::Value CTemplateResolver::includedDocument(const Json::Value& include) {
   Json::Value result;
   // The test is "greater than", so that eleven files nest and the twelfth is refused: deliberate.
   if (m_includeDepth > maxIncludeDepth) {
@@ -26,10 +34,13 @@ Json::Value CTemplateResolver::processContentsIncludeElement(Json::Value& includ
         "must be string type.");
     return result;
   }
-  read(result, ttr::readIncludedFile(name.asString()));
+  const std::string file = name.asString();
+  if (ttr::isTraced()) ttr::tellBegin(ttr::tracedDocument, nullptr, file);
+  read(result, ttr::readIncludedFile(file));
   // Not undone when an exception passes: the next Process starts from 0.
   m_includeDepth += 1;
   process(result);
   m_includeDepth -= 1;
+  if (ttr::isTraced()) ttr::tellEnd(ttr::tracedDocument, &result, {});
   return result;
 }

@@ -9,6 +9,7 @@
 #include "template/loop_variables.h"
 #include "template/member.h"
 #include "template/render_type.h"
+#include "util/trace_point.h"
 #include "util/wrapping.h"
 
 namespace {
@@ -44,14 +45,17 @@ int rotatingIndex(const CTemplateResolver::CLoopRange& range, unsigned int pass)
 }  // namespace
 
 Json::Value CTemplateResolver::processContentsLoopElement(Json::Value& loop, int container) {
+  ttr::traceMemberBegin("Loop", loop);
   // As in the walk, deliberately no scope guard around the frame.
   m_stack->Push();
   Json::Value list = getValueProcessed(loop, "List");
   CTokenResolver::ConvertToArray(list);
   const CLoopRange range = loopElementGetRange(loop, list);
+  if (ttr::isTraced()) ttr::tellRange(range.start, range.count, range.step);
   Json::Value result = loop.isMember("Bounds") ? expandRotatingLoop(loop, list, range, container)
                                                : expandGridLoop(loop, list, range, container);
   m_stack->Pop();
+  ttr::traceMemberEnd(result);
   return result;
 }
 
@@ -78,23 +82,30 @@ Json::Value CTemplateResolver::expandRotatingLoop(Json::Value& loop, Json::Value
                                                   const CLoopRange& range, int container) {
   const ttr::CLoopVariables variables = ttr::loopVariables(*this, loop);
   Json::Value bounds = loop["Bounds"];
+  ttr::traceMemberBegin("Bounds", bounds);
   processLayoutElement(bounds);
+  ttr::traceMemberEnd(bounds);
   const int id = container > 0 ? nextContainerID() : 0;
   Json::Value result;
   Json::Value& copies = ttr::memberOf(result, "Contents") = Json::Value(Json::arrayValue);
 
+  const int index = rotatingIndex(range, m_processCount);
+  ttr::traceCopyBegin(index, *m_stack);
   Json::Value context(Json::objectValue);
-  ttr::bindIndex(context, variables, ttr::CLoopList(&list), rotatingIndex(range, m_processCount));
+  ttr::bindIndex(context, variables, ttr::CLoopList(&list), index);
   m_stack->ContextSet(std::move(context));
   // Unlike a grid's copies, these are members of the enclosing container.
   appendLoopContents(copies, ttr::loopContents(loop), container);
+  ttr::traceCopyEnd();
 
   if (container > 0) {
+    ttr::traceMemberBegin("Bounds", bounds);
     const Json::Value& enclosing = m_stack->boundsFind();
     const int x = ttr::wrapAdd(bounds[0U].asInt(), ttr::boundsEntry(enclosing, 0));
     const int y = ttr::wrapAdd(bounds[1U].asInt(), ttr::boundsEntry(enclosing, 1));
     wrapAsContainer(result, containerBounds(x, y, bounds[2U].asInt(), bounds[3U].asInt()), id,
                     container);
+    ttr::traceMemberEnd(bounds);
   }
   return result;
 }

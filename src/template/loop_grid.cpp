@@ -12,6 +12,7 @@
 #include "template/member.h"
 #include "util/comments.h"
 #include "util/report.h"
+#include "util/trace_point.h"
 #include "util/wrapping.h"
 
 namespace {
@@ -96,12 +97,14 @@ void moveCell(CCell& cell, CCells& cells, Json::ArrayIndex index, int commonWidt
               int commonHeight) {
   const Json::Value& entry = cells[index];
   if (!entry.isArray()) return;
+  ttr::traceEntryBegin(entry);
   const ttr::CArrayHead<const Json::Value, 4> numbers(entry);
   const bool sized = entry.size() == 4;
   cell.x = cells.absoluteX(numbers[0].asInt());
   cell.y = cells.absoluteY(numbers[1].asInt());
   cell.width = sized ? numbers[2].asInt() : commonWidth;
   cell.height = sized ? numbers[3].asInt() : commonHeight;
+  ttr::traceEntryEnd(entry);
 }
 
 void raise(int* greatest, int edge) {
@@ -184,7 +187,11 @@ Json::Value CTemplateResolver::fillGrid(const Json::Value& loop, const ttr::CLoo
   if (!canExpand(loop, list.list(), variables)) return Json::Value();
 
   const Json::Value& layouts = loop["Layout"];
-  CCells cells(*this, *m_stack, layouts[chooseLayout(layouts, static_cast<unsigned>(range.count))]);
+  ttr::traceMemberBegin("Layout", layouts);
+  const Json::ArrayIndex chosen = chooseLayout(layouts, static_cast<unsigned>(range.count));
+  if (ttr::isTraced()) ttr::tellLayout(static_cast<int>(chosen), layouts[chosen]);
+  CCells cells(*this, *m_stack, layouts[chosen]);
+  ttr::traceMemberEnd(layouts);
 
   Json::Value result;
   Json::Value& copies = ttr::memberOf(result, "Contents") = Json::Value(Json::arrayValue);
@@ -203,11 +210,13 @@ Json::Value CTemplateResolver::fillGrid(const Json::Value& loop, const ttr::CLoo
     moveCell(cell, cells, cellIndex, width, height);
     placeCell(*m_stack, spareBounds, cell, right, bottom);
     const int index = ttr::wrapAdd(range.start, ttr::wrapMultiply(k, range.step));
+    ttr::traceCopyBegin(index, *m_stack);
     Json::Value context = unbound;
     ttr::bindIndex(context, variables, list, index);
-    if (!countName.empty()) context[countName] = k;
+    if (!countName.empty()) ttr::bindVariable(context, "Count", countName, k);
     m_stack->ContextSet(std::move(context));
     appendLoopContents(copies, contents, container);
+    ttr::traceCopyEnd();
   }
   return result;
 }

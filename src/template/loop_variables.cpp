@@ -2,6 +2,8 @@
 
 #include <utility>
 
+#include "util/trace_point.h"
+
 namespace ttr {
 
 CLoopVariables loopVariables(const CTemplateResolver& resolver, const Json::Value& loop) {
@@ -21,11 +23,20 @@ Json::Value CLoopList::entry(int index) const {
   return m_list[position];
 }
 
+void bindVariable(Json::Value& context, const char* member, const std::string& name,
+                  Json::Value value) {
+  Json::Value& variable = context[name];
+  variable = std::move(value);
+  if (isTraced()) tellVariable(member, name, variable);
+}
+
 void bindIndex(Json::Value& context, const CLoopVariables& variables, const CLoopList& list,
                int index) {
-  if (!variables.var.empty()) context[variables.var] = index;
-  if (!variables.key.empty()) context[variables.key] = index;
-  if (!variables.value.empty()) context[variables.value] = list.entry(index);
+  if (!variables.var.empty()) bindVariable(context, "Var", variables.var, index);
+  if (!variables.key.empty()) bindVariable(context, "Key", variables.key, index);
+  if (!variables.value.empty()) {
+    bindVariable(context, "Value", variables.value, list.entry(index));
+  }
 }
 
 }  // namespace ttr

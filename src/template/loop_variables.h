@@ -41,6 +41,10 @@ class CLoopList {
   Json::Value* m_own = nullptr;
 };
 
+/// Binds `value` to the variable `name`, which the member `member` of the loop asks for.
+void bindVariable(Json::Value& context, const char* member, const std::string& name,
+                  Json::Value value);
+
 /// Binds `index` to "Var" and to "Key", then the list's entry there to "Value".
 void bindIndex(Json::Value& context, const CLoopVariables& variables, const CLoopList& list,
                int index);

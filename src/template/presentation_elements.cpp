@@ -3,6 +3,7 @@
 // Test: tests/template/presentation_elements_test.cpp
 #include "TokenTemplateResolver/template_resolver.h"
 #include "util/report.h"
+#include "util/trace_point.h"
 
 namespace {
 
@@ -26,12 +27,14 @@ Json::Value threeZerosAndFalse() {
 // default like an empty array does: deliberate, and the same for the three members.
 
 void CTemplateResolver::processContentsDisplayElement(Json::Value& display) {
+  ttr::traceMemberBegin("Display", display);
   static const Json::Value defaultDisplay = threeZeros();
   if (display.size() == 0) {
     display = defaultDisplay;
   } else {
     processArrayColour(display);
   }
+  ttr::traceMemberEnd(display);
 }
 
 void CTemplateResolver::processArrayColour(Json::Value& colours) const {
@@ -40,18 +43,22 @@ void CTemplateResolver::processArrayColour(Json::Value& colours) const {
     return;
   }
   for (Json::Value& colour : colours) {
+    ttr::traceEntryBegin(colour);
     processValue(colour);
     CTokenResolver::CoerceToColour(colour);
+    ttr::traceEntryEnd(colour);
   }
 }
 
 void CTemplateResolver::processContentsPrecElement(Json::Value& prec) {
+  ttr::traceMemberBegin("Prec", prec);
   static const Json::Value defaultPrec = threeZeros();
   if (prec.size() == 0) {
     prec = defaultPrec;
   } else {
     processArrayInteger(prec);
   }
+  ttr::traceMemberEnd(prec);
 }
 
 void CTemplateResolver::processArrayInteger(Json::Value& integers) const {
@@ -60,21 +67,27 @@ void CTemplateResolver::processArrayInteger(Json::Value& integers) const {
     return;
   }
   for (Json::Value& integer : integers) {
+    ttr::traceEntryBegin(integer);
     processValue(integer);
     CTokenResolver::CoerceToInt(integer);
+    ttr::traceEntryEnd(integer);
   }
 }
 
 void CTemplateResolver::processContentsPlayElement(Json::Value& play) {
+  ttr::traceMemberBegin("Play", play);
   static const Json::Value defaultPlay = threeZerosAndFalse();
   if (play.size() == 0) {
     play = defaultPlay;
   } else {
     processList(play);
   }
+  ttr::traceMemberEnd(play);
 }
 
 void CTemplateResolver::processContentsContextElement(Json::Value& context) {
+  ttr::traceMemberBegin("Context", context);
   processList(context);
   m_stack->ContextSet(context);
+  ttr::traceMemberEnd(context);
 }

@@ -5,6 +5,7 @@
 #include "TokenTemplateResolver/json_text.h"
 #include "template/bounds_array.h"
 #include "util/report.h"
+#include "util/trace_point.h"
 
 CTemplateResolver::CTemplateResolver(const CTokenResolver* tokenResolver, CTemplateStack* stack)
     : m_tokenResolver(tokenResolver), m_stack(stack) {}
@@ -25,7 +26,9 @@ void CTemplateResolver::Process() {
   m_includeDepth = 0;
   m_containerId = 0;
   m_processCount += 1;
+  if (ttr::isTraced()) ttr::tellBegin(ttr::tracedDocument, &m_document, {});
   process(m_document);
+  if (ttr::isTraced()) ttr::tellEnd(ttr::tracedDocument, &m_document, {});
 }
 
 std::string CTemplateResolver::Output() const { return jsoncpp_string::toString(m_document); }

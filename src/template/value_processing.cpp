@@ -11,6 +11,7 @@
 #include "template/member.h"
 #include "util/report.h"
 #include "util/text_view.h"
+#include "util/trace_point.h"
 
 namespace {
 
@@ -53,8 +54,10 @@ void CTemplateResolver::processValue(Json::Value& value) const {
 Json::Value CTemplateResolver::getValueProcessed(const Json::Value& object, const char* key) const {
   Json::Value result;
   if (const Json::Value* member = ttr::findMember(object, key)) {
+    ttr::traceMemberBegin(key, *member);
     result = *member;
     processValue(result);
+    ttr::traceMemberEnd(result);
   }
   return result;
 }
@@ -70,7 +73,11 @@ void CTemplateResolver::processList(Json::Value& list) const {
     ttr::report("CTemplateResolver::processList: element must be an array or object.");
     return;
   }
-  for (Json::Value& entry : list) processValue(entry);
+  for (Json::Value& entry : list) {
+    ttr::traceEntryBegin(entry);
+    processValue(entry);
+    ttr::traceEntryEnd(entry);
+  }
 }
 
 void CTemplateResolver::lowercaseContentsValue(Json::Value& value) {
@@ -80,4 +87,5 @@ void CTemplateResolver::lowercaseContentsValue(Json::Value& value) {
     character = static_cast<char>(std::tolower(static_cast<unsigned char>(character)));
   }
   value = text;
+  if (ttr::isTraced()) ttr::tellLowercased(value);
 }

@@ -8,6 +8,7 @@
 
 #include "util/report.h"
 #include "util/text_view.h"
+#include "util/trace_point.h"
 
 namespace {
 
@@ -15,6 +16,15 @@ namespace {
 bool hasClosedIndex(const CParsedToken& token) {
   constexpr std::int32_t closed = sectionIndex | sectionIndexEnd;
   return (token.sectionsSeen & closed) == closed;
+}
+
+void tellPathBegin(const CTokenParts& parts) {
+  ttr::tellTokenBegin(CTokenParts::rebuildToken(parts, static_cast<unsigned int>(parts.size())));
+}
+
+/// `name` is that of the handler, empty when there is none.
+void traceTokenEnd(std::string_view name, const Json::Value& value) {
+  if (ttr::isTraced()) ttr::tellEnd(ttr::tracedToken, &value, name);
 }
 
 }  // namespace
@@ -42,26 +52,34 @@ Json::Value CTokenResolver::getTokenElement(const CTokenParts& parts) const {
   if (parts.size() == 1) {
     element = parts[0];  // a literal, deliberately never looked up
   } else {
+    if (ttr::isTraced()) tellPathBegin(parts);
     const auto handler = find(parts);
-    if (handler == m_handlers.end()) return element;
+    if (handler == m_handlers.end()) {
+      traceTokenEnd({}, element);
+      return element;
+    }
     element = handler->second->GetPartsValue(parts);
+    traceTokenEnd(handler->first, element);
   }
   CoerceToInt(element);
   return element;
 }
 
 Json::Value CTokenResolver::GetTokenValue(const std::string& body) const {
+  if (ttr::isTraced()) ttr::tellTokenBegin(body);
   Json::Value result;
   const CParsedToken token(body);
   const auto handler = find(token.nameParts);
   if (handler == m_handlers.end()) {
     ttr::report("CTokenResolver::GetTokenValue: no token handler for: ", body, ".");
+    traceTokenEnd({}, result);
     return result;
   }
   if (hasClosedIndex(token) && !token.indexParts.empty()) {
     const Json::Value index = getTokenElement(token.indexParts);
     if (!index.isInt()) {
       ttr::report("CTokenResolver::GetTokenValue: index must be integer in: ", body, ".");
+      traceTokenEnd(handler->first, result);
       return result;
     }
     result = handler->second->GetIndexedValue(token, index);
@@ -83,6 +101,7 @@ Json::Value CTokenResolver::GetTokenValue(const std::string& body) const {
                   ".");
     }
   }
+  traceTokenEnd(handler->first, result);
   return result;
 }
 

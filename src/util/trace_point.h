@@ -1,0 +1,60 @@
+#ifndef SRC_UTIL_TRACE_POINT_H
+#define SRC_UTIL_TRACE_POINT_H
+
+#include <json/value.h>
+
+#include <optional>
+#include <string_view>
+
+#include "TokenTemplateResolver/trace.h"
+
+// The points at which the library tells ttr::trace what it does. Nobody listens on a device: there
+// each costs a comparison, and the event is put together out of the way of the walk.
+namespace ttr {
+
+/// True when the program listens.
+inline bool isTraced() { return __builtin_expect(ttr::trace != nullptr, 0); }
+
+[[gnu::cold]] void tellBegin(eTracePart part, const Json::Value* value, std::string_view name);
+[[gnu::cold]] void tellBegin(eTracePart part, const Json::Value* value, const Json::Value& bounds,
+                             int index);
+[[gnu::cold]] void tellTokenBegin(std::string_view body);
+[[gnu::cold]] void tellEnd(eTracePart part, const Json::Value* value, std::string_view name);
+[[gnu::cold]] void tellMeasure(const Json::Value& value, int origin, int extent,
+                               std::optional<int> percentage);
+[[gnu::cold]] void tellVerdict(const Json::Value& condition, const Json::Value& operand,
+                               bool holds);
+[[gnu::cold]] void tellRange(int start, int count, int step);
+[[gnu::cold]] void tellLayout(int index, const Json::Value& layout);
+[[gnu::cold]] void tellVariable(std::string_view member, std::string_view variable,
+                                const Json::Value& value);
+[[gnu::cold]] void tellReplaced(std::string_view member, const Json::Value& value);
+[[gnu::cold]] void tellLowercased(const Json::Value& value);
+[[gnu::cold]] void tellMessage(std::string_view text);
+
+inline void traceMemberBegin(std::string_view name, const Json::Value& value) {
+  if (isTraced()) tellBegin(tracedMember, &value, name);
+}
+inline void traceMemberEnd(const Json::Value& value) {
+  if (isTraced()) tellEnd(tracedMember, &value, {});
+}
+inline void traceEntryBegin(const Json::Value& value) {
+  if (isTraced()) tellBegin(tracedEntry, &value, {});
+}
+inline void traceEntryEnd(const Json::Value& value) {
+  if (isTraced()) tellEnd(tracedEntry, &value, {});
+}
+template <typename Stack>
+void traceCopyBegin(int index, const Stack& stack) {
+  if (isTraced()) tellBegin(tracedCopy, nullptr, stack.boundsFind(), index);
+}
+inline void traceCopyEnd() {
+  if (isTraced()) tellEnd(tracedCopy, nullptr, {});
+}
+inline void traceReplacement(std::string_view member, const Json::Value& value) {
+  if (isTraced()) tellReplaced(member, value);
+}
+
+}  // namespace ttr
+
+#endif  // SRC_UTIL_TRACE_POINT_H
