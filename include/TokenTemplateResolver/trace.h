@@ -53,13 +53,16 @@ enum eTracePart : std::int32_t {
   /// An entry of "Contents", an object or any other value. `bounds` are those that it is measured
   /// against, a null value where there are none.
   tracedElement,
-  /// The member `name` that a document, an element, an "Include", an "If" or a "Loop" has.
+  /// The member `name` of a document, a page, an element, an "Include", an "If" or a "Loop". Some
+  /// are
+  /// begun again when their value, which may then be one that has no place, is put to use.
   tracedMember,
   /// An entry of a "Bounds", "Display", "Play" or "Prec", a member of a "Context", a point or one
   /// of
   /// its edges, the cell of a grid that is filled next.
   tracedEntry,
-  /// A copy of a loop's contents, for the index `index` of its range. `bounds` as for an element.
+  /// A copy of a loop's contents: for the index `index` of its range, which is at position `count`,
+  /// from 0. `bounds` as for an element: those of the cell in a grid.
   tracedCopy,
   /// A token, `text` is its body; and each path inside of one that is looked up, as it stands in an
   /// index or an operand. At its end `name` is the handler that was asked, empty when there is none

@@ -50,7 +50,7 @@ void CTemplateResolver::processContentsArray(Json::Value& contents, int containe
 }
 
 void CTemplateResolver::processContentsValue(Json::Value& value, int container) {
-  if (ttr::isTraced()) ttr::tellBegin(ttr::tracedElement, &value, m_stack->boundsFind(), 0);
+  if (ttr::isTraced()) ttr::tellElementBegin(value, m_stack->boundsFind());
   if (value.isObject()) {
     // Deliberately no scope guard: an exception leaves the frames for the host to look at, and the
     // next Input clears them.
@@ -139,7 +139,10 @@ int CTemplateResolver::processContainment(Json::Value& element, eElementType typ
         return container;
       }
       const int id = nextContainerID();
-      ttr::memberOf(ttr::memberOf(element, "Frame"), "Id") = id;
+      Json::Value& frame = ttr::memberOf(element, "Frame");
+      ttr::traceMemberBegin("Frame", frame);
+      ttr::memberOf(frame, "Id") = id;
+      ttr::traceMemberEnd(frame);
       return id;
     }
     default:

@@ -2,6 +2,7 @@
 // Goes in: the If member; comes out: {"Contents": [...]} or null.
 // Test: tests/template/if_element_test.cpp
 #include <algorithm>
+#include <iterator>
 
 #include "TokenTemplateResolver/template_resolver.h"
 #include "template/member.h"
@@ -39,6 +40,37 @@ bool compareIntegers(CTemplateResolver::eExpressionOp op, int condition, int ope
   }
 }
 
+struct CComparison {
+  const char* member;
+  CTemplateResolver::eExpressionOp op;
+};
+
+/// In the order in which they are looked for.
+constexpr CComparison comparisons[] = {
+    {"Equals", CTemplateResolver::opEquals}, {"NotEquals", CTemplateResolver::opNotEquals},
+    {"==", CTemplateResolver::opIntEqual},   {"!=", CTemplateResolver::opIntNotEqual},
+    {"<", CTemplateResolver::opIntLess},     {">", CTemplateResolver::opIntGreater}};
+
+const char* memberOf(CTemplateResolver::eExpressionOp op) {
+  return std::find_if(std::begin(comparisons), std::end(comparisons),
+                      [op](const CComparison& comparison) { return comparison.op == op; })
+      ->member;
+}
+
+/// Makes `value`, that of the member `member`, an integer if it can be one.
+void convertToInt(const char* member, Json::Value& value) {
+  ttr::traceMemberBegin(member, value);
+  CTokenResolver::ConvertToInt(value);
+  ttr::traceMemberEnd(value);
+}
+
+bool convertToTruthValue(Json::Value& condition) {
+  ttr::traceMemberBegin("Condition", condition);
+  CTokenResolver::ConvertToTruthValue(condition);
+  ttr::traceMemberEnd(condition);
+  return condition.asBool();
+}
+
 bool invalidExpression() {
   ttr::report("CTemplateResolver::processContentsIfExpressionEval: Expression invalid.");
   return false;
@@ -67,16 +99,11 @@ Json::Value* CTemplateResolver::resolveIfContents(Json::Value& ifValue, int cont
 
 CTemplateResolver::CExpression CTemplateResolver::processContentsIfExpressionGet(
     Json::Value& ifValue) {
-  static constexpr struct {
-    const char* member;
-    eExpressionOp op;
-  } comparisons[] = {{"Equals", opEquals},  {"NotEquals", opNotEquals}, {"==", opIntEqual},
-                     {"!=", opIntNotEqual}, {"<", opIntLess},           {">", opIntGreater}};
   CExpression expression;
   if (!ifValue.isMember("Condition")) return expression;
   expression.op = opTruth;
   expression.condition = getValueProcessed(ifValue, "Condition");
-  for (const auto& comparison : comparisons) {
+  for (const CComparison& comparison : comparisons) {
     if (!ifValue.isMember(comparison.member)) continue;
     expression.op = comparison.op;
     expression.operand = getValueProcessed(ifValue, comparison.member);
@@ -88,8 +115,7 @@ CTemplateResolver::CExpression CTemplateResolver::processContentsIfExpressionGet
 bool CTemplateResolver::processContentsIfExpressionEval(CExpression& expression) {
   switch (expression.op) {
     case opTruth:
-      CTokenResolver::ConvertToTruthValue(expression.condition);
-      return expression.condition.asBool();
+      return convertToTruthValue(expression.condition);
     case opEquals:
       return equalsOperand(expression);
     case opNotEquals:
@@ -98,8 +124,8 @@ bool CTemplateResolver::processContentsIfExpressionEval(CExpression& expression)
     case opIntNotEqual:
     case opIntLess:
     case opIntGreater:
-      CTokenResolver::ConvertToInt(expression.condition);
-      CTokenResolver::ConvertToInt(expression.operand);
+      convertToInt("Condition", expression.condition);
+      convertToInt(memberOf(expression.op), expression.operand);
       if (!expression.condition.isInt() || !expression.operand.isInt()) return invalidExpression();
       return compareIntegers(expression.op, expression.condition.asInt(),
                              expression.operand.asInt());

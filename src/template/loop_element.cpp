@@ -33,11 +33,15 @@ Json::Value containerBounds(int x, int y, int width, int height) {
   return bounds;
 }
 
-/// The index that a rotating loop shows in pass `pass`. A descending range shows the indices of
-/// the ascending one backwards, start + count - 1 down to start: deliberately unlike the grid.
-int rotatingIndex(const CTemplateResolver::CLoopRange& range, unsigned int pass) {
+/// The position in its range that a rotating loop shows in pass `pass`; an invalid range shows 0.
+int rotatingPosition(const CTemplateResolver::CLoopRange& range, unsigned int pass) {
+  return range.count < 1 ? 0 : static_cast<int>(pass % static_cast<unsigned int>(range.count));
+}
+
+/// The index at `position`. A descending range shows the indices of the ascending one backwards,
+/// start + count - 1 down to start: deliberately unlike the grid.
+int rotatingIndex(const CTemplateResolver::CLoopRange& range, int position) {
   if (range.count < 1) return 0;  // an invalid range shows index 0
-  const auto position = static_cast<int>(pass % static_cast<unsigned int>(range.count));
   const int forward = range.step == -1 ? range.count - 1 - position : position;
   return ttr::wrapAdd(range.start, forward);
 }
@@ -89,8 +93,9 @@ Json::Value CTemplateResolver::expandRotatingLoop(Json::Value& loop, Json::Value
   Json::Value result;
   Json::Value& copies = ttr::memberOf(result, "Contents") = Json::Value(Json::arrayValue);
 
-  const int index = rotatingIndex(range, m_processCount);
-  ttr::traceCopyBegin(index, *m_stack);
+  const int position = rotatingPosition(range, m_processCount);
+  const int index = rotatingIndex(range, position);
+  ttr::traceCopyBegin(index, position, *m_stack);
   Json::Value context(Json::objectValue);
   ttr::bindIndex(context, variables, ttr::CLoopList(&list), index);
   m_stack->ContextSet(std::move(context));

@@ -147,6 +147,14 @@ Json::Value unboundContext(const ttr::CLoopVariables& variables, const std::stri
   return context;
 }
 
+int cellExtent(const CTemplateResolver& resolver, const Json::Value& loop, const char* member) {
+  const Json::Value value = resolver.getValueProcessed(loop, member);
+  ttr::traceMemberBegin(member, value);
+  const int extent = value.asInt();
+  ttr::traceMemberEnd(value);
+  return extent;
+}
+
 /// True when the description can be expanded; else one message. The missing full stop in two of
 /// them is deliberate.
 bool canExpand(const Json::Value& loop, const Json::Value& list,
@@ -182,8 +190,8 @@ Json::Value CTemplateResolver::fillGrid(const Json::Value& loop, const ttr::CLoo
   // "RowVar" and "ColVar" are members of the format that deliberately bind nothing.
   const ttr::CLoopVariables variables = ttr::loopVariables(*this, loop);
   const std::string countName = getVarNameAsString(loop, "Count");
-  const int width = getValueProcessed(loop, "CellWidth").asInt();
-  const int height = getValueProcessed(loop, "CellHeight").asInt();
+  const int width = cellExtent(*this, loop, "CellWidth");
+  const int height = cellExtent(*this, loop, "CellHeight");
   if (!canExpand(loop, list.list(), variables)) return Json::Value();
 
   const Json::Value& layouts = loop["Layout"];
@@ -210,7 +218,7 @@ Json::Value CTemplateResolver::fillGrid(const Json::Value& loop, const ttr::CLoo
     moveCell(cell, cells, cellIndex, width, height);
     placeCell(*m_stack, spareBounds, cell, right, bottom);
     const int index = ttr::wrapAdd(range.start, ttr::wrapMultiply(k, range.step));
-    ttr::traceCopyBegin(index, *m_stack);
+    ttr::traceCopyBegin(index, k, *m_stack);
     Json::Value context = unbound;
     ttr::bindIndex(context, variables, list, index);
     if (!countName.empty()) ttr::bindVariable(context, "Count", countName, k);

@@ -6,6 +6,7 @@
 
 #include "TokenTemplateResolver/template_resolver.h"
 #include "util/report.h"
+#include "util/trace_point.h"
 #include "util/wrapping.h"
 
 namespace {
@@ -90,7 +91,9 @@ CTemplateResolver::CLoopRange CTemplateResolver::loopElementGetRange(const Json:
                                                                      const Json::Value& list) {
   const auto member = [this, &element](const char* name) -> std::optional<int> {
     Json::Value value = getValueProcessed(element, name);
+    ttr::traceMemberBegin(name, value);
     CTokenResolver::ConvertToInt(value);
+    ttr::traceMemberEnd(value);
     if (!value.isInt()) return std::nullopt;
     return value.asInt();
   };

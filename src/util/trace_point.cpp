@@ -19,11 +19,19 @@ void tellBegin(eTracePart part, const Json::Value* value, std::string_view name)
   trace(event);
 }
 
-void tellBegin(eTracePart part, const Json::Value* value, const Json::Value& bounds, int index) {
-  CTraceEvent event = eventOf(traceBegin, value);
-  event.part = part;
+void tellElementBegin(const Json::Value& value, const Json::Value& bounds) {
+  CTraceEvent event = eventOf(traceBegin, &value);
+  event.part = tracedElement;
+  event.bounds = &bounds;
+  trace(event);
+}
+
+void tellCopyBegin(int index, int position, const Json::Value& bounds) {
+  CTraceEvent event = eventOf(traceBegin, nullptr);
+  event.part = tracedCopy;
   event.bounds = &bounds;
   event.index = index;
+  event.count = position;
   trace(event);
 }
 

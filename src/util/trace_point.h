@@ -16,8 +16,8 @@ namespace ttr {
 inline bool isTraced() { return __builtin_expect(ttr::trace != nullptr, 0); }
 
 [[gnu::cold]] void tellBegin(eTracePart part, const Json::Value* value, std::string_view name);
-[[gnu::cold]] void tellBegin(eTracePart part, const Json::Value* value, const Json::Value& bounds,
-                             int index);
+[[gnu::cold]] void tellElementBegin(const Json::Value& value, const Json::Value& bounds);
+[[gnu::cold]] void tellCopyBegin(int index, int position, const Json::Value& bounds);
 [[gnu::cold]] void tellTokenBegin(std::string_view body);
 [[gnu::cold]] void tellEnd(eTracePart part, const Json::Value* value, std::string_view name);
 [[gnu::cold]] void tellMeasure(const Json::Value& value, int origin, int extent,
@@ -44,9 +44,10 @@ inline void traceEntryBegin(const Json::Value& value) {
 inline void traceEntryEnd(const Json::Value& value) {
   if (isTraced()) tellEnd(tracedEntry, &value, {});
 }
+/// `position` is that of the copy among those of its loop.
 template <typename Stack>
-void traceCopyBegin(int index, const Stack& stack) {
-  if (isTraced()) tellBegin(tracedCopy, nullptr, stack.boundsFind(), index);
+void traceCopyBegin(int index, int position, const Stack& stack) {
+  if (isTraced()) tellCopyBegin(index, position, stack.boundsFind());
 }
 inline void traceCopyEnd() {
   if (isTraced()) tellEnd(tracedCopy, nullptr, {});
