@@ -1,4 +1,3 @@
-// Test: tests/tool/diff/difference_report_test.cpp
 #include "diff/difference_report.h"
 
 #include <json/writer.h>

@@ -1,4 +1,3 @@
-// Test: tests/tool/test/test_report_test.cpp
 #include "test/test_report.h"
 
 #include <algorithm>
