@@ -11,8 +11,8 @@ namespace ttr {
 
 /// How a command reports: with colours or without, and how much of it.
 struct COutputOptions {
-  std::string color = "auto";  ///< "auto", "always", "never"
-  bool quiet = false;          ///< nothing but errors
+  std::string colour = "auto";  ///< "auto", "always", "never"
+  bool quiet = false;           ///< nothing but errors
 };
 
 /// Adds --color and -q, --quiet.
@@ -20,11 +20,11 @@ void addOutputOptions(CLI::App& command, COutputOptions& options);
 
 /// True when text on `descriptor` is to be coloured: asked for, or "auto" on a terminal while the
 /// environment has no NO_COLOR.
-bool useColor(const COutputOptions& options, int descriptor);
+bool useColour(const COutputOptions& options, int descriptor);
 
-/// `text` in bold, red, green, yellow or cyan when `color` says so.
+/// `text` in bold, red, green, yellow or cyan when `colour` says so.
 enum eTextStyle { styleBold = 1, styleRed = 31, styleGreen = 32, styleYellow = 33, styleCyan = 36 };
-std::string styled(const std::string& text, eTextStyle style, bool color);
+std::string styled(const std::string& text, eTextStyle style, bool colour);
 
 }  // namespace ttr
 

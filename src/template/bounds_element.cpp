@@ -2,7 +2,6 @@
 // against the nearest enclosing bounds on the stack.
 // Goes in: [x, y, width, height, two integers], or an array of points; comes out: the same,
 // resolved in place; bounds are recorded as those of the element.
-// Test: tests/template/bounds_element_test.cpp
 #include <optional>
 #include <string_view>
 

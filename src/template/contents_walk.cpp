@@ -1,7 +1,6 @@
 // The walk over a template: document, page, "Contents" arrays, element objects. Goes in: a
 // document; comes out: the same document, every element resolved in place or replaced.
 // Also numbers containers and marks the elements inside them.
-// Test: tests/template/contents_walk_test.cpp
 #include <utility>
 
 #include "TokenTemplateResolver/template_resolver.h"

@@ -1,6 +1,5 @@
 // "If": the element is replaced by its contents when the expression holds, by null when not.
 // Goes in: the If member; comes out: {"Contents": [...]} or null.
-// Test: tests/template/if_element_test.cpp
 #include <algorithm>
 #include <iterator>
 

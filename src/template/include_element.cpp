@@ -1,6 +1,5 @@
 // "Include": the element is replaced by the resolved contents of another template file.
 // Goes in: the Include member; comes out: the included document, null when it cannot be included.
-// Test: tests/template/include_element_test.cpp
 #include "TokenTemplateResolver/included_file.h"
 #include "TokenTemplateResolver/template_resolver.h"
 #include "util/report.h"

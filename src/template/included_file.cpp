@@ -1,5 +1,4 @@
 // How the text of an included file is had, unless the program does that itself.
-// Test: tests/template/included_file_test.cpp
 #include "TokenTemplateResolver/included_file.h"
 
 #include <cstddef>

@@ -1,5 +1,4 @@
 // JSON text to value and back.
-// Test: tests/template/json_text_test.cpp
 #include "TokenTemplateResolver/json_text.h"
 
 #include <json/reader.h>

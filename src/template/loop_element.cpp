@@ -1,7 +1,6 @@
 // "Loop": the element is replaced by copies of the loop's contents, all of them in a grid or one
 // of them, rotating from pass to pass; inside a container the copies are wrapped as a container.
 // Goes in: the Loop member; comes out: {"Contents": [...]}, perhaps with Bounds, Frame, RenderType.
-// Test: tests/template/loop_element_test.cpp
 #include <utility>
 
 #include "TokenTemplateResolver/template_resolver.h"

@@ -1,7 +1,6 @@
 // A grid loop: one copy of the loop's contents in each cell of the layout that fits best.
 // Goes in: the loop description, its list and range; comes out: {"Contents": [...]}, or null when
 // the description does not allow it.
-// Test: tests/template/loop_grid_test.cpp
 #include <algorithm>
 #include <utility>
 

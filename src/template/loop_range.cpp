@@ -1,6 +1,5 @@
 // The index range of a loop: "Start", "Stop", "Offset" and "Size" against the length of the list.
 // Goes in: the loop description and its list; comes out: a CLoopRange, invalid after any fault.
-// Test: tests/template/loop_range_test.cpp
 #include <algorithm>
 #include <optional>
 

@@ -1,6 +1,5 @@
 // "Display", "Prec", "Play" and "Context": colours, integers, plain values and the context that
 // children can refer to. Goes in: the member; comes out: the same, resolved in place.
-// Test: tests/template/presentation_elements_test.cpp
 #include "TokenTemplateResolver/template_resolver.h"
 #include "util/report.h"
 #include "util/trace_point.h"

@@ -1,4 +1,3 @@
-// Test: tests/template/regex_match_test.cpp
 #include "TokenTemplateResolver/regex_match.h"
 
 #include <regex.h>

@@ -1,5 +1,4 @@
 // What the host drives: template text in, resolved text out.
-// Test: tests/template/template_resolver_test.cpp
 #include "TokenTemplateResolver/template_resolver.h"
 
 #include "TokenTemplateResolver/json_text.h"

@@ -1,6 +1,5 @@
 // Single values: substitute the tokens of a value, of a member's copy, of one level of a list;
 // lowercase the names of image and font files.
-// Test: tests/template/value_processing_test.cpp
 #include <algorithm>
 #include <cctype>
 #include <cstddef>

@@ -1,6 +1,5 @@
 // Points in time and durations as text. Goes in: seconds or a broken-down time, a locale, a
 // format; comes out: the text, empty when it does not fit or the time has no date.
-// Test: tests/timefmt/time_format_test.cpp
 
 // 64-bit time on 32-bit platforms; the C library wants these before its first header.
 #ifndef _TIME_BITS

@@ -2,7 +2,6 @@
 //
 // A segment is stored by the section it stands in; then the delimiter that ended it chooses the
 // next section. The grammar has no errors: what has no place is dropped.
-// Test: tests/token/parsed_token_test.cpp
 #include "TokenTemplateResolver/parsed_token.h"
 
 #include <cstddef>

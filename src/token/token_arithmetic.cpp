@@ -1,5 +1,4 @@
 // The arithmetic of a token: a value, one operator, one integer operand.
-// Test: tests/token/token_arithmetic_test.cpp
 #include <cstdint>
 #include <stdexcept>
 

@@ -1,6 +1,5 @@
 // The registry of handlers, and the road from one token body to one value: parse, find the
 // handler, index or plain value, count, arithmetic.
-// Test: tests/token/token_resolver_test.cpp
 #include "TokenTemplateResolver/token_resolver.h"
 
 #include <cstddef>

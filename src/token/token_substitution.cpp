@@ -1,6 +1,5 @@
 // Tokens in a string value: "$(" body ")" is replaced by the value of the body.
 // A string in, a value of any type out when the string is one token, else a string.
-// Test: tests/token/token_substitution_test.cpp
 #include <cstddef>
 #include <string>
 #include <string_view>

@@ -1,6 +1,5 @@
 // Token and template values to the types that elements and operators need, in place.
 // Every conversion either assigns a new value or leaves the old one exactly as it was.
-// Test: tests/token/value_conversion_test.cpp
 #include <json/writer.h>
 
 #include <charconv>

@@ -10,7 +10,7 @@ std::size_t left = 0;
 std::size_t failed = 0;
 std::size_t live = 0;
 
-void* allocate(std::size_t size) noexcept {
+void* Allocate(std::size_t size) noexcept {
   if (size == 0) size = 1;
   if (left != 0 && --left == 0) {
     failed = size;
@@ -21,13 +21,13 @@ void* allocate(std::size_t size) noexcept {
   return block;
 }
 
-void* allocateOrThrow(std::size_t size) {
-  void* block = allocate(size);
+void* AllocateOrThrow(std::size_t size) {
+  void* block = Allocate(size);
   if (block == nullptr) throw std::bad_alloc();
   return block;
 }
 
-void release(void* block) noexcept {
+void Release(void* block) noexcept {
   if (block != nullptr) --live;
   std::free(block);
 }
@@ -41,19 +41,19 @@ allocation::CFailure::CFailure(std::size_t number) {
 
 allocation::CFailure::~CFailure() { left = 0; }
 
-std::size_t allocation::failedSize() { return failed; }
+std::size_t allocation::FailedSize() { return failed; }
 
-std::size_t allocation::liveBlocks() { return live; }
+std::size_t allocation::LiveBlocks() { return live; }
 
 // All forms but the aligned ones, which nothing here uses: a sanitizer has its own for each that is
 // missing, and would find that blocks are freed by another function than they should be.
-void* operator new(std::size_t size) { return allocateOrThrow(size); }
-void* operator new[](std::size_t size) { return allocateOrThrow(size); }
-void* operator new(std::size_t size, const std::nothrow_t&) noexcept { return allocate(size); }
-void* operator new[](std::size_t size, const std::nothrow_t&) noexcept { return allocate(size); }
-void operator delete(void* block) noexcept { release(block); }
-void operator delete[](void* block) noexcept { release(block); }
-void operator delete(void* block, std::size_t) noexcept { release(block); }
-void operator delete[](void* block, std::size_t) noexcept { release(block); }
-void operator delete(void* block, const std::nothrow_t&) noexcept { release(block); }
-void operator delete[](void* block, const std::nothrow_t&) noexcept { release(block); }
+void* operator new(std::size_t size) { return AllocateOrThrow(size); }
+void* operator new[](std::size_t size) { return AllocateOrThrow(size); }
+void* operator new(std::size_t size, const std::nothrow_t&) noexcept { return Allocate(size); }
+void* operator new[](std::size_t size, const std::nothrow_t&) noexcept { return Allocate(size); }
+void operator delete(void* block) noexcept { Release(block); }
+void operator delete[](void* block) noexcept { Release(block); }
+void operator delete(void* block, std::size_t) noexcept { Release(block); }
+void operator delete[](void* block, std::size_t) noexcept { Release(block); }
+void operator delete(void* block, const std::nothrow_t&) noexcept { Release(block); }
+void operator delete[](void* block, const std::nothrow_t&) noexcept { Release(block); }

@@ -17,10 +17,10 @@ class CFailure {
 };
 
 /// The size of the allocation that failed because of the last CFailure; 0 when none did.
-std::size_t failedSize();
+std::size_t FailedSize();
 
 /// The number of blocks that were allocated and are not freed.
-std::size_t liveBlocks();
+std::size_t LiveBlocks();
 
 }  // namespace allocation
 

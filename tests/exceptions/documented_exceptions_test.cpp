@@ -60,7 +60,7 @@ const std::vector<CTokenFault> tokenFaults = {
 };
 
 /// Values of every kind, extremes included.
-std::vector<Json::Value> zoo() {
+std::vector<Json::Value> Zoo() {
   std::vector<Json::Value> values = {Json::Value(),
                                      true,
                                      INT_MIN,
@@ -107,7 +107,7 @@ const std::vector<std::string> texts = {"",
                                         R"((a*)*\1)"};
 
 /// `brackets` arrays in one another.
-std::string nested(std::size_t brackets) {
+std::string Nested(std::size_t brackets) {
   return std::string(brackets, '[') + std::string(brackets, ']');
 }
 
@@ -127,7 +127,7 @@ class DocumentedExceptions : public ResolverTest {
     resolver.Input("{}");
   }
 
-  ~DocumentedExceptions() override { memoryFiles() = {}; }
+  ~DocumentedExceptions() override { MemoryFiles() = {}; }
 
   /// Every fault of a token leaves `step`, called with the JSON text `shape` where "@" stands for
   /// the text with the token.
@@ -204,14 +204,14 @@ TEST_F(DocumentedExceptions, InputReadNestedTooDeep) {
     SCOPED_TRACE(before);
     resolver.Input(before);
     stack.Push();
-    EXPECT_EQ(Thrown([&] { resolver.Input(nested(1001)); }), runtimeError);
+    EXPECT_EQ(Thrown([&] { resolver.Input(Nested(1001)); }), runtimeError);
     EXPECT_EQ(resolver.Output(), after);
     ASSERT_EQ(stack.frames().size(), 1U);
     EXPECT_EQ(stack.frames()[0].bounds, Parse("[0, 0, 1280, 720, null, null]"));
   }
-  EXPECT_EQ(Thrown([&] { resolver.Input(nested(1000)); }), nothing);
+  EXPECT_EQ(Thrown([&] { resolver.Input(Nested(1000)); }), nothing);
   Json::Value out = "kept";
-  EXPECT_EQ(Thrown([&] { resolver.read(out, nested(1001)); }), runtimeError);
+  EXPECT_EQ(Thrown([&] { resolver.read(out, Nested(1001)); }), runtimeError);
   EXPECT_EQ(out, Json::Value("kept"));
 }
 
@@ -231,11 +231,11 @@ TEST_F(DocumentedExceptions, ProcessThrows) {
        R"({"Contents": [{"Prec": [5000000000]}]})", R"({"Contents": [{"Display": [-1]}]})"},
       process);
   const Json::Value include = Parse(R"({"Contents": [{"Include": {"Filename": "a"}}]})");
-  memoryFiles().texts["a"] = nested(1001);
+  MemoryFiles().texts["a"] = Nested(1001);
   EXPECT_EQ(Thrown([&] { process(include); }), runtimeError);
-  memoryFiles().texts["a"] = "[]";
+  MemoryFiles().texts["a"] = "[]";
   EXPECT_EQ(Thrown([&] { process(include); }), logicError);
-  memoryFiles().beforeRead = [] { throw CHostError(); };
+  MemoryFiles().beforeRead = [] { throw CHostError(); };
   EXPECT_EQ(Thrown([&] { process(include); }), hostError);
 }
 
@@ -256,8 +256,8 @@ TEST_F(DocumentedExceptions, ProcessCountsThePassAndLeavesDocumentFramesAndDepth
   EXPECT_EQ(stack.frames().size(), 1U);
 
   // The depth shows when a step goes on without Process: ten more files fit, not eleven.
-  memoryFiles().texts["bad"] = R"j({"Contents": ["$(broken)"]})j";
-  memoryFiles().texts["self"] = R"({"Contents": [{"Include": {"Filename": "self"}}]})";
+  MemoryFiles().texts["bad"] = R"j({"Contents": ["$(broken)"]})j";
+  MemoryFiles().texts["self"] = R"({"Contents": [{"Include": {"Filename": "self"}}]})";
   resolver.Input(R"({"Contents": [{"Include": {"Filename": "bad"}}]})");
   EXPECT_EQ(Thrown([&] { resolver.Process(); }), hostError);
   Json::Value include = Parse(R"({"Filename": "self"})");
@@ -314,7 +314,7 @@ TEST_F(DocumentedExceptions, StepsOfTheWalkWithAnInclude) {
       {R"({"Layout": [[[0, 0]]], "Contents": @})",
        [&](Json::Value& v) { resolver.loopElementIterate(v, {}, oneStep, 0, nullptr, nullptr); }},
   };
-  memoryFiles().texts["a"] = nested(1001);
+  MemoryFiles().texts["a"] = Nested(1001);
   for (const auto& [shape, named] : steps) {
     SCOPED_TRACE(shape);
     const CStep& step = named;  // a lambda captures no part of a pair
@@ -325,9 +325,9 @@ TEST_F(DocumentedExceptions, StepsOfTheWalkWithAnInclude) {
     resolver.Process();  // the include depth starts anew
     Json::Value value = Parse(text);
     EXPECT_EQ(Thrown([&] { step(value); }), runtimeError);
-    memoryFiles().beforeRead = [] { throw CHostError(); };
+    MemoryFiles().beforeRead = [] { throw CHostError(); };
     EXPECT_EQ(Thrown([&] { step(value); }), hostError);
-    memoryFiles().beforeRead = nullptr;
+    MemoryFiles().beforeRead = nullptr;
   }
 }
 
@@ -381,7 +381,7 @@ TEST_F(DocumentedExceptions, ProcessContainment) {
 }
 
 TEST_F(DocumentedExceptions, GetElementTypeNextContainerIDLowercaseContentsValue) {
-  for (Json::Value& value : zoo()) {
+  for (Json::Value& value : Zoo()) {
     EXPECT_EQ(Thrown([&] { resolver.getElementType(value); }), nothing) << value.type();
     EXPECT_EQ(Thrown([&] { resolver.nextContainerID(); }), nothing);
     EXPECT_EQ(Thrown([&] { resolver.lowercaseContentsValue(value); }), nothing) << value.type();
@@ -477,7 +477,7 @@ TEST_F(DocumentedExceptions, ProcessContentsIfExpressionEval) {
     EXPECT_EQ(expression.operand, Json::Value(1e300));
   }
   for (const auto op : {CTemplateResolver::opEquals, CTemplateResolver::opNotEquals}) {
-    for (const Json::Value& value : zoo()) {
+    for (const Json::Value& value : Zoo()) {
       expression = {op, value, value};
       EXPECT_EQ(Thrown([&] { resolver.processContentsIfExpressionEval(expression); }), nothing);
     }
@@ -499,7 +499,7 @@ TEST_F(DocumentedExceptions, SetHandlersFindIsResolvableContainsTokenSubstrings)
     EXPECT_EQ(Thrown([&] { tokens.find({text, "", text}); }), nothing);
   }
   EXPECT_EQ(Thrown([&] { tokens.find({}); }), nothing);
-  for (const Json::Value& value : zoo()) {
+  for (const Json::Value& value : Zoo()) {
     EXPECT_EQ(Thrown([&] { tokens.IsResolvable(value); }), nothing);
     EXPECT_EQ(Thrown([&] { tokens.ContainsTokenSubstrings(value); }), nothing);
   }
@@ -516,7 +516,7 @@ TEST_F(DocumentedExceptions, GetTokenValueSubstituteTokenValues) {
     const std::string body = fault.text.substr(start, fault.text.find(')') - start);
     EXPECT_EQ(Thrown([&] { tokens.GetTokenValue(body); }), fault.thrown) << body;
   }
-  for (Json::Value& value : zoo()) {
+  for (Json::Value& value : Zoo()) {
     if (value != Json::Value("$(broken)")) {
       EXPECT_EQ(Thrown([&] { step(value); }), nothing);
     }
@@ -539,7 +539,7 @@ TEST_F(DocumentedExceptions, ConvertToTruthValueConvertToIntCoerceToInt) {
   ExpectLogicError(outside, CTokenResolver::ConvertToTruthValue);
   ExpectLogicError(outside, CTokenResolver::ConvertToInt);
   ExpectLogicError(outside, CTokenResolver::CoerceToInt);
-  for (const Json::Value& value : zoo()) {
+  for (const Json::Value& value : Zoo()) {
     const std::string expected =
         value.isDouble() && !value.isInt() && value != Json::Value(-0.5) ? logicError : nothing;
     for (const auto convert : {CTokenResolver::ConvertToTruthValue, CTokenResolver::ConvertToInt,
@@ -564,7 +564,7 @@ TEST_F(DocumentedExceptions, CoerceToColour) {
 }
 
 TEST_F(DocumentedExceptions, ConvertToStringConvertToArray) {
-  for (const Json::Value& value : zoo()) {
+  for (const Json::Value& value : Zoo()) {
     for (const auto convert : {CTokenResolver::ConvertToString, CTokenResolver::ConvertToArray}) {
       Json::Value converted = value;
       EXPECT_EQ(Thrown([&] { convert(converted); }), nothing);
@@ -633,7 +633,7 @@ TEST_F(DocumentedExceptions, CParsedTokenCTemplateStackTimeFunctionsRegexMatchTo
     EXPECT_EQ(Thrown([&] { tf::formatTimeBroken(&broken, text, "%A %B %c" + text); }), nothing);
   }
   CTemplateStack empty;
-  for (const Json::Value& value : zoo()) {
+  for (const Json::Value& value : Zoo()) {
     EXPECT_EQ(Thrown([&] { jsoncpp_string::toString(value); }), nothing);
     for (CTemplateStack* each : {&empty, &stack}) {
       Json::Value spare = value;
@@ -650,9 +650,9 @@ TEST_F(DocumentedExceptions, CParsedTokenCTemplateStackTimeFunctionsRegexMatchTo
 
 TEST_F(DocumentedExceptions, ToJsonObject) {
   std::string errors = "kept";
-  EXPECT_EQ(Thrown([&] { jsoncpp_string::toJsonObject(nested(1001), &errors); }), runtimeError);
+  EXPECT_EQ(Thrown([&] { jsoncpp_string::toJsonObject(Nested(1001), &errors); }), runtimeError);
   EXPECT_EQ(errors, "kept");
-  EXPECT_EQ(Thrown([&] { jsoncpp_string::toJsonObject(nested(1000), &errors); }), nothing);
+  EXPECT_EQ(Thrown([&] { jsoncpp_string::toJsonObject(Nested(1000), &errors); }), nothing);
   EXPECT_EQ(Thrown([&] { jsoncpp_string::toJsonObject(std::string(999, '['), &errors); }), nothing);
   for (const std::string& text : texts) {
     EXPECT_EQ(Thrown([&] { jsoncpp_string::toJsonObject("\"" + text, &errors); }), nothing);
@@ -673,7 +673,7 @@ TEST_F(DocumentedExceptions, CJsonWriter) {
 TEST_F(DocumentedExceptions, ITokenHandler) {
   const CThrowingHandler throwing;
   EXPECT_EQ(Thrown([&] { throwing.GetValue(CParsedToken("a")); }), hostError);
-  for (const Json::Value& index : zoo()) {
+  for (const Json::Value& index : Zoo()) {
     EXPECT_EQ(Thrown([&] { throwing.GetIndexedValue(CParsedToken("a"), index); }), nothing);
   }
 }
@@ -706,7 +706,7 @@ TEST_F(DocumentedExceptions, CJsonHandlerCContextHandlerCClockHandler) {
   const CContextHandler context(&stack);
   const CContextHandler variables(&stack, 100);
   CClockHandler clock("\xFF");
-  for (const Json::Value& value : zoo()) {
+  for (const Json::Value& value : Zoo()) {
     CJsonHandler json(value, value.isNull() ? 100 : 0);
     EXPECT_EQ(Thrown([&] { json.SetValue(value); }), nothing);
     for (const std::string& text : texts) {

@@ -2,14 +2,14 @@
 
 #include <TokenTemplateResolver/included_file.h>
 
-CMemoryFiles& memoryFiles() {
+CMemoryFiles& MemoryFiles() {
   static CMemoryFiles files;
   return files;
 }
 
 // Replaces the library's own.
 std::string ttr::readIncludedFile(const std::string& name) {
-  const CMemoryFiles& files = memoryFiles();
+  const CMemoryFiles& files = MemoryFiles();
   if (files.beforeRead) files.beforeRead();
   const auto found = files.texts.find(name);
   return found == files.texts.end() ? "" : found->second;

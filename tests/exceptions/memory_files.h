@@ -12,6 +12,6 @@ struct CMemoryFiles {
   std::function<void()> beforeRead;  ///< called for each file asked for; may throw
 };
 
-CMemoryFiles& memoryFiles();
+CMemoryFiles& MemoryFiles();
 
 #endif  // TESTS_EXCEPTIONS_MEMORY_FILES_H

@@ -27,7 +27,7 @@ struct COutcomes {
   int unharmed = 0;
 };
 
-bool differOnlyInCase(const std::string& left, const std::string& right) {
+bool DifferOnlyInCase(const std::string& left, const std::string& right) {
   return std::equal(left.begin(), left.end(), right.begin(), right.end(), [](char a, char b) {
     return std::tolower(static_cast<unsigned char>(a)) ==
            std::tolower(static_cast<unsigned char>(b));
@@ -35,7 +35,7 @@ bool differOnlyInCase(const std::string& left, const std::string& right) {
 }
 
 /// Names the outcome of a pass that found no memory; that of one that did is `expected`.
-void count(COutcomes& outcomes, const std::string& outcome, const std::string& thrown,
+void Count(COutcomes& outcomes, const std::string& outcome, const std::string& thrown,
            const std::string& expected) {
   if (thrown == "std::bad_alloc") {
     ++outcomes.badAlloc;
@@ -45,7 +45,7 @@ void count(COutcomes& outcomes, const std::string& outcome, const std::string& t
     ++outcomes.runtimeError;
   } else if (outcome.find("' is not a number.\n") != std::string::npos) {
     ++outcomes.malformedReal;
-  } else if (differOnlyInCase(outcome, expected)) {
+  } else if (DifferOnlyInCase(outcome, expected)) {
     ++outcomes.capitals;
   } else {
     ADD_FAILURE() << outcome << "\ninstead of\n" << expected;
@@ -54,15 +54,15 @@ void count(COutcomes& outcomes, const std::string& outcome, const std::string& t
 
 /// A pass of `page` in which the call `number` fails, then one in which none does. Returns false
 /// when the pass makes fewer calls.
-bool failAt(long long number, const CPage& page, const std::string& expected, COutcomes& outcomes) {
+bool FailAt(long long number, const CPage& page, const std::string& expected, COutcomes& outcomes) {
   CPageHost host(page);
   std::string output;
   const std::string thrown = Thrown([&] {
     const CMallocFailure failure(number);
     output = host.Run();
   });
-  if (!mallocHasFailed()) return false;
-  count(outcomes, host.Outcome(output, thrown), thrown, expected);
+  if (!MallocHasFailed()) return false;
+  Count(outcomes, host.Outcome(output, thrown), thrown, expected);
   const std::string next = host.Pass();
   CPageHost fresh(page);
   fresh.PassUntil(host.Passes() - 1);
@@ -72,14 +72,14 @@ bool failAt(long long number, const CPage& page, const std::string& expected, CO
 
 /// Lets every call of a pass of `page` fail, one after the other. The C library may lose a block of
 /// an expression that it cannot make; nothing else leaks, unless the page has comments.
-void failEverywhere(const CPage& page, COutcomes& outcomes, bool hasComments = false) {
+void FailEverywhere(const CPage& page, COutcomes& outcomes, bool hasComments = false) {
   SCOPED_TRACE(page.text);
   const std::string expected = CPageHost(page).Pass();
   bool failed = true;
   for (long long number = 1; failed && !testing::Test::HasFailure(); ++number) {
     SCOPED_TRACE(number);
     const int capitals = outcomes.capitals;
-    const CMemoryUse use = memoryUsedBy([&] { failed = failAt(number, page, expected, outcomes); });
+    const CMemoryUse use = MemoryUsedBy([&] { failed = FailAt(number, page, expected, outcomes); });
     const long long lost = outcomes.capitals - capitals;
     if (!hasComments) {
       EXPECT_GE(use.kept, 0);
@@ -98,7 +98,7 @@ class OutOfMalloc : public testing::Test {
 };
 
 TEST_F(OutOfMalloc, HasOnlyTheNamedOutcomesInHandMadePages) {
-  for (const CPage& page : handMadePages()) failEverywhere(page, outcomes);
+  for (const CPage& page : HandMadePages()) FailEverywhere(page, outcomes);
   EXPECT_GT(outcomes.badAlloc, 1000);
   EXPECT_GT(outcomes.runtimeError, 500);
   EXPECT_GT(outcomes.capitals, 100);
@@ -108,20 +108,20 @@ TEST_F(OutOfMalloc, HasOnlyTheNamedOutcomesInHandMadePages) {
 TEST_F(OutOfMalloc, HasOnlyTheNamedOutcomesInAPageOfNumbers) {
   const CPage page = {
       R"j({"Contents": [0.75, -1e300, "$(real)", "$(real) $(real*2)"]})j", {{"real", 1.5}}, {}};
-  failEverywhere(page, outcomes);
+  FailEverywhere(page, outcomes);
   EXPECT_GT(outcomes.malformedReal, 0);
   EXPECT_EQ(outcomes.capitals, 0);
 }
 
 TEST_F(OutOfMalloc, HasOnlyTheNamedOutcomesInAPageWithComments) {
-  failEverywhere(commentedPage(), outcomes, true);
+  FailEverywhere(CommentedPage(), outcomes, true);
   EXPECT_GT(outcomes.badAlloc, 100);
   EXPECT_EQ(outcomes.malformedReal + outcomes.capitals, 0);
 }
 
 TEST_F(OutOfMalloc, HasOnlyTheNamedOutcomesInRandomPages) {
   for (std::uint32_t seed = 0; seed < randomPages && !HasFailure(); ++seed) {
-    failEverywhere(randomPage(seed), outcomes);
+    FailEverywhere(RandomPage(seed), outcomes);
   }
   EXPECT_GT(outcomes.badAlloc, 0);
   EXPECT_GT(outcomes.runtimeError, 0);
@@ -133,11 +133,11 @@ TEST_F(OutOfMalloc, TheCLibraryLosesABlockOfAnExpression) {
   bool failed = true;
   for (long long number = 1; failed; ++number) {
     bool matches = false;
-    const CMemoryUse use = memoryUsedBy([&] {
+    const CMemoryUse use = MemoryUsedBy([&] {
       const CMallocFailure failure(number);
       matches = regexMatch("\xC3\x84.PNG", R"(.\.(png|jpg|jpeg|ttf|otf|bmp)$)");
     });
-    failed = mallocHasFailed();
+    failed = MallocHasFailed();
     EXPECT_TRUE(matches || failed) << number;
     EXPECT_LE(use.kept, 1) << number;
     lost += use.kept;

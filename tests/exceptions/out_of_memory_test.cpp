@@ -18,7 +18,7 @@ constexpr std::uint32_t randomPages = ttr::slowBuild ? 4 : 40;
 
 /// JsonCpp reads real numbers from a stream, which takes a lack of memory for the end of the
 /// number: the text counts as malformed, with this message. The library cannot tell.
-bool isTakenForMalformedReal(const std::string& outcome) {
+bool IsTakenForMalformedReal(const std::string& outcome) {
   return outcome.find("' is not a number.\n") != std::string::npos;
 }
 
@@ -29,7 +29,7 @@ constexpr std::size_t commentsSize =
 
 /// A pass of `page` in which the allocation `number` fails, if it comes to that one, then one that
 /// succeeds. The outcome of a pass without failure is `expected`.
-void failAt(std::size_t number, const CPage& page, const std::string& expected) {
+void FailAt(std::size_t number, const CPage& page, const std::string& expected) {
   CPageHost host(page);
   std::string output;
   const std::string thrown = Thrown([&] {
@@ -38,7 +38,7 @@ void failAt(std::size_t number, const CPage& page, const std::string& expected) 
   });
   const std::string outcome = host.Outcome(output, thrown);
   // JsonCpp may also lose the message of an exception that the page throws anyway.
-  if (thrown != "std::bad_alloc" && !isTakenForMalformedReal(outcome)) {
+  if (thrown != "std::bad_alloc" && !IsTakenForMalformedReal(outcome)) {
     EXPECT_EQ(outcome, expected);
   }
   const std::string next = host.Pass();
@@ -48,38 +48,38 @@ void failAt(std::size_t number, const CPage& page, const std::string& expected) 
 }
 
 /// Lets every allocation of a pass of `page` fail, one after the other. Returns how many there are.
-std::size_t failEverywhere(const CPage& page, bool hasComments = false) {
+std::size_t FailEverywhere(const CPage& page, bool hasComments = false) {
   const std::string expected = CPageHost(page).Pass();
   for (std::size_t number = 1;; ++number) {
     SCOPED_TRACE(number);
-    const std::size_t before = allocation::liveBlocks();
-    failAt(number, page, expected);
-    if (!hasComments || allocation::failedSize() != commentsSize) {
-      EXPECT_EQ(allocation::liveBlocks(), before);
+    const std::size_t before = allocation::LiveBlocks();
+    FailAt(number, page, expected);
+    if (!hasComments || allocation::FailedSize() != commentsSize) {
+      EXPECT_EQ(allocation::LiveBlocks(), before);
     }
-    if (allocation::failedSize() == 0 || testing::Test::HasFailure()) return number - 1;
+    if (allocation::FailedSize() == 0 || testing::Test::HasFailure()) return number - 1;
   }
 }
 
 TEST(OutOfMemory, LeavesHandMadePagesAsBadAlloc) {
-  for (const CPage& page : handMadePages()) {
+  for (const CPage& page : HandMadePages()) {
     SCOPED_TRACE(page.text);
-    EXPECT_GT(failEverywhere(page), 10U);
+    EXPECT_GT(FailEverywhere(page), 10U);
   }
 }
 
 TEST(OutOfMemory, LeavesRandomPagesAsBadAlloc) {
   for (std::uint32_t seed = 0; seed < randomPages && !HasFailure(); ++seed) {
-    const CPage page = randomPage(seed);
+    const CPage page = RandomPage(seed);
     SCOPED_TRACE(page.text);
     SCOPED_TRACE(seed);
-    failEverywhere(page);
+    FailEverywhere(page);
   }
 }
 
 TEST(OutOfMemory, LeavesAPageWithCommentsAsBadAlloc) {
   const ttr::CLeaksAllowed leaks;
-  EXPECT_GT(failEverywhere(commentedPage(), true), 10U);
+  EXPECT_GT(FailEverywhere(CommentedPage(), true), 10U);
 }
 
 // When this fails, JsonCpp has been mended: what the test above lets pass can go.
@@ -88,18 +88,18 @@ TEST(OutOfMemory, JsonCppLeaksACopyWhoseCommentsFail) {
   Json::Value value(Json::arrayValue);
   value.append(1);
   value.setComment(std::string("// kept"), Json::commentBefore);
-  const std::size_t before = allocation::liveBlocks();
+  const std::size_t before = allocation::LiveBlocks();
   for (std::size_t number = 1; number <= 3; ++number) {
     const allocation::CFailure failure(number);
     EXPECT_EQ(Thrown([&] { const Json::Value copy(value); }), "std::bad_alloc") << number;
   }
-  EXPECT_GT(allocation::liveBlocks(), before);
+  EXPECT_GT(allocation::LiveBlocks(), before);
 }
 
 // The first use of everything that is made once: in a program of its own, as each test is one when
 // ctest runs it.
 TEST(OutOfMemory, OnFirstUseIsNoHindrance) {
-  const CPage page = handMadePages()[0];
+  const CPage page = HandMadePages()[0];
   CPageHost host(page);
   std::string output;
   for (std::size_t number = 1;; ++number) {
@@ -107,7 +107,7 @@ TEST(OutOfMemory, OnFirstUseIsNoHindrance) {
       const allocation::CFailure failure(number);
       output = host.Run();
     });
-    if (allocation::failedSize() == 0) break;
+    if (allocation::FailedSize() == 0) break;
     ASSERT_EQ(thrown, "std::bad_alloc") << number;
   }
   EXPECT_EQ(output, CPageHost(page).Run());

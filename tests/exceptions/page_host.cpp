@@ -7,7 +7,7 @@
 #include "support/json.h"
 #include "support/page_generator.h"
 
-std::vector<CPage> handMadePages() {
+std::vector<CPage> HandMadePages() {
   const std::map<std::string, Json::Value> values = {
       {"n", 3},
       {"text", "Walk"},
@@ -58,7 +58,7 @@ std::vector<CPage> handMadePages() {
   return pages;
 }
 
-CPage commentedPage() {
+CPage CommentedPage() {
   return {R"j({// a comment
     "Contents": [ /* before */ "$(text)", {"Bounds": [1, 2, 3, 4] // after
     , "Loop": {"List": ["a" /* kept */, "b"], "Value": "v", "Layout": [/* c */ [[0, 0], [1, 1]]],
@@ -67,7 +67,7 @@ CPage commentedPage() {
           {}};
 }
 
-CPage randomPage(std::uint32_t seed) {
+CPage RandomPage(std::uint32_t seed) {
   ttr::CPageGenerator generator(seed);
   CPage page;
   page.text = jsoncpp_string::toString(generator.Document());
@@ -112,7 +112,7 @@ CPageHost::CPageHost(const CPage& page) : m_page(page) {
   serveFiles();
 }
 
-CPageHost::~CPageHost() { memoryFiles() = {}; }
+CPageHost::~CPageHost() { MemoryFiles() = {}; }
 
 std::string CPageHost::Run() {
   m_resolver.Input(m_page.text);
@@ -139,7 +139,7 @@ std::string CPageHost::Pass() {
 }
 
 void CPageHost::serveFiles() {
-  memoryFiles() = {m_page.files, [this] { fuse.Burn(); }};
+  MemoryFiles() = {m_page.files, [this] { fuse.Burn(); }};
 }
 
 void CPageHost::PassUntil(unsigned passes) {

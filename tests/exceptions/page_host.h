@@ -21,13 +21,13 @@ struct CPage {
 };
 
 /// Pages that use every member and every operator.
-std::vector<CPage> handMadePages();
+std::vector<CPage> HandMadePages();
 
 /// A page with comments, which JsonCpp keeps with the values beside them.
-CPage commentedPage();
+CPage CommentedPage();
 
 /// The page that CPageGenerator makes of `seed`.
-CPage randomPage(std::uint32_t seed);
+CPage RandomPage(std::uint32_t seed);
 
 /// What a fuse throws.
 class CBlown {};

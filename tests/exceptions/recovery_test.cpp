@@ -15,7 +15,7 @@ constexpr std::uint32_t randomPages = ttr::slowBuild ? 40 : 1000;
 /// Ends a pass of `page` at the first call of a handler or of the host's reading of files, the next
 /// at the second, and so on, each followed by a pass that nothing ends. Returns how many were
 /// ended.
-unsigned endPassesOf(const CPage& page) {
+unsigned EndPassesOf(const CPage& page) {
   CPageHost host(page);
   for (unsigned call = 1;; ++call) {
     SCOPED_TRACE(call);
@@ -34,9 +34,9 @@ unsigned endPassesOf(const CPage& page) {
 
 TEST(Recovery, HandMadePagesComeOutRightAfterAnExceptionAnywhere) {
   unsigned ended = 0;
-  for (const CPage& page : handMadePages()) {
+  for (const CPage& page : HandMadePages()) {
     SCOPED_TRACE(page.text);
-    ended += endPassesOf(page);
+    ended += EndPassesOf(page);
   }
   EXPECT_GT(ended, 50U);
 }
@@ -44,10 +44,10 @@ TEST(Recovery, HandMadePagesComeOutRightAfterAnExceptionAnywhere) {
 TEST(Recovery, RandomPagesComeOutRightAfterAnExceptionAnywhere) {
   unsigned ended = 0;
   for (std::uint32_t seed = 0; seed < randomPages && !HasFailure(); ++seed) {
-    const CPage page = randomPage(seed);
+    const CPage page = RandomPage(seed);
     SCOPED_TRACE(page.text);
     SCOPED_TRACE(seed);
-    ended += endPassesOf(page);
+    ended += EndPassesOf(page);
   }
   EXPECT_GT(ended, 2 * randomPages);
 }

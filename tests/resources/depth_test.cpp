@@ -65,7 +65,7 @@ class CHost {
   CJsonHandler m_volume{7};
 };
 
-std::string resolved(const std::string& page) { return CHost().Resolve(page); }
+std::string Resolved(const std::string& page) { return CHost().Resolve(page); }
 
 /// A folder with a chain of files, each of which includes the next.
 class CIncludeChain {
@@ -76,7 +76,7 @@ class CIncludeChain {
     std::filesystem::create_directories(m_folder);
     for (int i = 0; i < files; ++i) {
       const std::string innermost = i + 1 < files ? Include(i + 1) : R"("end")";
-      std::ofstream(File(i)) << nestedPage(nesting, levels, innermost);
+      std::ofstream(File(i)) << NestedPage(nesting, levels, innermost);
     }
   }
   ~CIncludeChain() { std::filesystem::remove_all(m_folder); }
@@ -95,25 +95,25 @@ class CIncludeChain {
 };
 
 /// The stack that each further level takes of `step`, which is given the levels.
-double stackPerLevel(const std::function<std::size_t(int)>& step) {
+double StackPerLevel(const std::function<std::size_t(int)>& step) {
   return static_cast<double>(step(300) - step(100)) / 200;
 }
 
-void printFigures(const CNesting& nesting) {
+void PrintFigures(const CNesting& nesting) {
   CHost host;
-  const auto page = [&nesting](int levels) { return nestedPage(nesting, levels, heavyElement); };
-  const double input = stackPerLevel([&](int levels) {
-    return stackUsedBy([&] { host.resolver.Input(page(levels)); }, usualStack);
+  const auto page = [&nesting](int levels) { return NestedPage(nesting, levels, heavyElement); };
+  const double input = StackPerLevel([&](int levels) {
+    return StackUsedBy([&] { host.resolver.Input(page(levels)); }, usualStack);
   });
-  const double process = stackPerLevel([&](int levels) {
+  const double process = StackPerLevel([&](int levels) {
     host.resolver.Input(page(levels));
-    return stackUsedBy([&] { host.resolver.Process(); }, usualStack);
+    return StackUsedBy([&] { host.resolver.Process(); }, usualStack);
   });
-  const double output = stackPerLevel([&](int levels) {
+  const double output = StackPerLevel([&](int levels) {
     host.Resolve(page(levels));
-    return stackUsedBy([&] { host.resolver.Output(); }, usualStack);
+    return StackUsedBy([&] { host.resolver.Output(); }, usualStack);
   });
-  const std::size_t all = stackUsedBy([&] { resolved(page(100)); }, usualStack);
+  const std::size_t all = StackUsedBy([&] { Resolved(page(100)); }, usualStack);
   std::cout << "stack: " << nesting.name << ": a level takes " << input << " bytes in Input, "
             << process << " in Process, " << output << " in Output; 100 levels " << all
             << " in all\n";
@@ -130,9 +130,9 @@ TEST(Depth, AValueLiesInAThousandArraysAndNoMore) {
       return error.what();
     }
   };
-  const std::string arrays = repeated("[", 1000) + repeated("]", 1000);
-  stackUsedBy([&] { fits = read(arrays); }, usualStack);
-  stackUsedBy([&] { tooDeep = read("[" + arrays + "]"); }, usualStack);
+  const std::string arrays = Repeated("[", 1000) + Repeated("]", 1000);
+  StackUsedBy([&] { fits = read(arrays); }, usualStack);
+  StackUsedBy([&] { tooDeep = read("[" + arrays + "]"); }, usualStack);
   EXPECT_EQ(fits, arrays);
   EXPECT_EQ(tooDeep, "Exceeded stackLimit in readValue().");
 }
@@ -141,12 +141,12 @@ TEST(Depth, AFileNestsAsDeepAsJsonCppReads) {
   const CCerrCapture errors;
   for (const CNesting& nesting : nestings) {
     SCOPED_TRACE(nesting.name);
-    const int most = mostLevels(nesting, 1);
+    const int most = MostLevels(nesting, 1);
     std::string fits;
     std::string tooDeep;
-    stackUsedBy([&] { fits = resolved(nestedPage(nesting, most, R"("end")")); }, usualStack);
-    stackUsedBy([&] { tooDeep = resolved(nestedPage(nesting, most + 1, R"("end")")); }, usualStack);
-    EXPECT_EQ(fits, nestedResult(most, R"("end")"));
+    StackUsedBy([&] { fits = Resolved(NestedPage(nesting, most, R"("end")")); }, usualStack);
+    StackUsedBy([&] { tooDeep = Resolved(NestedPage(nesting, most + 1, R"("end")")); }, usualStack);
+    EXPECT_EQ(fits, NestedResult(most, R"("end")"));
     EXPECT_EQ(tooDeep, "Exceeded stackLimit in readValue().");
   }
 }
@@ -157,14 +157,14 @@ TEST(Depth, ElevenIncludedFilesWithDeepContents) {
     // Each loop keeps a copy of all that lies in it, so that as many as can be read take 1.3 GB:
     // only where the machine and the build have room for that.
     const bool copies = std::string(nesting.open).find("Loop") != std::string::npos;
-    const int most = copies && !hasRoom ? 60 : mostLevels(nesting, 3);
+    const int most = copies && !hasRoom ? 60 : MostLevels(nesting, 3);
     const CIncludeChain chain(nesting, most, 11);
     std::string result;
-    const std::size_t used = stackUsedBy(
-        [&] { result = resolved(nestedPage(nesting, most, chain.Include(0))); }, usualStack);
+    const std::size_t used = StackUsedBy(
+        [&] { result = Resolved(NestedPage(nesting, most, chain.Include(0))); }, usualStack);
     // Each document is itself a level.
     const int levels = 12 * (most + 1) - 1;
-    EXPECT_EQ(result, nestedResult(levels, R"("end")"));
+    EXPECT_EQ(result, NestedResult(levels, R"("end")"));
     std::cout << "stack: " << nesting.name << ": " << levels + 1 << " levels of Contents in twelve "
               << "documents take " << used << " bytes\n";
   }
@@ -177,12 +177,12 @@ TEST(Depth, LoopsInLoopsInLoops) {
            contents + "]}}";
   };
   const auto copies = [](const std::string& entry) {
-    std::string list = repeated(entry + ",", 10);
+    std::string list = Repeated(entry + ",", 10);
     list.pop_back();
     return R"({"Contents":[)" + list + "]}";
   };
   std::string result;
-  stackUsedBy([&] { result = resolved(R"({"Contents":[)" + loop(loop(loop(R"("end")"))) + "]}"); },
+  StackUsedBy([&] { result = Resolved(R"({"Contents":[)" + loop(loop(loop(R"("end")"))) + "]}"); },
               smallStack);
   EXPECT_EQ(result, R"({"Contents":[)" + copies(copies(copies(R"("end")"))) + "]}");
 }
@@ -191,12 +191,12 @@ TEST(Depth, AHundredLevelsFitASmallStack) {
   const CCerrCapture errors;
   for (const CNesting& nesting : nestings) {
     SCOPED_TRACE(nesting.name);
-    printFigures(nesting);
-    const std::string page = nestedPage(nesting, 100, heavyElement);
-    ASSERT_LE(stackUsedBy([&] { resolved(page); }, usualStack), smallStack);
+    PrintFigures(nesting);
+    const std::string page = NestedPage(nesting, 100, heavyElement);
+    ASSERT_LE(StackUsedBy([&] { Resolved(page); }, usualStack), smallStack);
     std::string result;
-    stackUsedBy([&] { result = resolved(page); }, smallStack);
-    EXPECT_EQ(result, resolved(page));
+    StackUsedBy([&] { result = Resolved(page); }, smallStack);
+    EXPECT_EQ(result, Resolved(page));
     EXPECT_NE(result.find("7.png"), std::string::npos) << result;
   }
 }

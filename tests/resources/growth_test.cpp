@@ -42,7 +42,7 @@ class CHost {
 };
 
 /// The number of places where `text` holds `piece`.
-std::size_t occurrences(const std::string& text, const std::string& piece) {
+std::size_t Occurrences(const std::string& text, const std::string& piece) {
   std::size_t count = 0;
   for (std::size_t at = text.find(piece); at != std::string::npos; at = text.find(piece, at + 1)) {
     ++count;
@@ -53,93 +53,93 @@ std::size_t occurrences(const std::string& text, const std::string& piece) {
 // What is done with the text of a case; each gives a size that tells that it was done.
 
 /// How often "done" stands in the resolved page.
-std::size_t resolvePage(const std::string& page) {
+std::size_t ResolvePage(const std::string& page) {
   CHost host;
   host.resolver.Input(page);
   host.resolver.Process();
-  return occurrences(host.resolver.Output(), "done");
+  return Occurrences(host.resolver.Output(), "done");
 }
 
 /// The length of the text with its tokens replaced.
-std::size_t substitute(const std::string& text) {
+std::size_t Substitute(const std::string& text) {
   Json::Value value(text);
   CHost().tokens.SubstituteTokenValues(value);
   return value.asString().size();
 }
 
 /// 1 when the token has a value.
-std::size_t getToken(const std::string& body) {
+std::size_t GetToken(const std::string& body) {
   return CHost().tokens.GetTokenValue(body).isNull() ? 0 : 1;
 }
 
 /// The number of pieces.
-std::size_t splitList(const std::string& text) {
+std::size_t SplitList(const std::string& text) {
   Json::Value value(text);
   CTokenResolver::ConvertToArray(value);
   return value.size();
 }
 
-std::size_t toColour(const std::string& text) {
+std::size_t ToColour(const std::string& text) {
   Json::Value value(text);
   CTokenResolver::CoerceToColour(value);
   return value.asUInt();
 }
 
-std::size_t toInt(const std::string& text) {
+std::size_t ToInt(const std::string& text) {
   Json::Value value(text);
   CTokenResolver::CoerceToInt(value);
   return static_cast<std::size_t>(value.asInt());
 }
 
 /// An edge in bounds of 200 units.
-std::size_t toEdge(const std::string& text) {
+std::size_t ToEdge(const std::string& text) {
   Json::Value edge(text);
   CHost().resolver.processBoundsEdge(edge, 0, 200);
   return static_cast<std::size_t>(edge.asInt());
 }
 
 /// The number of small letters "a".
-std::size_t lowercase(const std::string& text) {
+std::size_t Lowercase(const std::string& text) {
   Json::Value value(text);
   CHost().resolver.lowercaseContentsValue(value);
-  return occurrences(value.asString(), "a");
+  return Occurrences(value.asString(), "a");
 }
 
-std::size_t lowercaseInUtf8(const std::string& text) {
+std::size_t LowercaseInUtf8(const std::string& text) {
   const std::string previous = std::setlocale(LC_ALL, nullptr);
   const bool known = std::setlocale(LC_ALL, "C.UTF-8") != nullptr;
-  const std::size_t count = lowercase(text);
+  const std::size_t count = Lowercase(text);
   std::setlocale(LC_ALL, previous.c_str());
   return known ? count : 0;
 }
 
-std::size_t matchFileName(const std::string& text) {
+std::size_t MatchFileName(const std::string& text) {
   return regexMatch(text.c_str(), R"((.+\.(png|jpg|jpeg|ttf|otf|bmp))$)") ? 1 : 0;
 }
 
 // --- The cases ---
 
-std::string page(const std::string& contents) { return R"({"Contents":[)" + contents + "]}"; }
+std::string Page(const std::string& contents) { return R"({"Contents":[)" + contents + "]}"; }
 
 /// `count` times `entry`, with commas between.
-std::string listOf(const std::string& entry, int count) {
-  std::string list = repeated(entry + ",", count);
+std::string ListOf(const std::string& entry, int count) {
+  std::string list = Repeated(entry + ",", count);
   list.pop_back();
   return list;
 }
 
 /// `count` members m0, m1, ... with the value `value`.
-std::string membersOf(const std::string& value, int count) {
+std::string MembersOf(const std::string& value, int count) {
   std::string members;
   for (int i = 0; i < count; ++i) members += R"("m)" + std::to_string(i) + R"(":)" + value + ",";
   members.pop_back();
   return members;
 }
 
-std::string gridPage(int cells) {
-  return page(R"j({"Loop":{"List":[)j" + listOf(R"({"name":"done"})", cells) +
+std::string GridPage(int cells) {
+  return Page(R"j({"Loop":{"List":[)j" + ListOf(R"({"name":"done"})", cells) +
               R"j(],"Value":"row","Count":"n","CellWidth":9,"CellHeight":9,"Layout":[[)j" +
-              listOf(R"(["1%",7])", cells) +
+              ListOf(R"(["1%",7])", cells) +
               R"j(]],"Contents":[{"Bounds":[0,0,"50%","50%"],"Display":["#FFCC00FF"],)j"
               R"j("Contents":["$(context.row.name) $(context.n)"]}]}})j");
 }
@@ -152,9 +152,9 @@ struct CGrowthCase {
   std::function<std::size_t(std::size_t)> result;  ///< what the job gives for a size
 };
 
-std::size_t all(std::size_t size) { return size; }
-std::size_t none(std::size_t /*size*/) { return 0; }
-std::size_t one(std::size_t /*size*/) { return 1; }
+std::size_t All(std::size_t size) { return size; }
+std::size_t None(std::size_t /*size*/) { return 0; }
+std::size_t One(std::size_t /*size*/) { return 1; }
 
 // On 32-bit machines, which are emulated, a tenth will do.
 constexpr int share = sizeof(void*) == 4 ? 10 : 1;
@@ -164,131 +164,131 @@ constexpr int letters = 125000 / share;  // so that the larger text has a millio
 const CGrowthCase pageCases[] = {
     {"Elements", entries,
      [](int n) {
-       return page(listOf(R"j({"Bounds":[1,"2%","50%",9],"Contents":["$(volume)","done"]})j", n));
+       return Page(ListOf(R"j({"Bounds":[1,"2%","50%",9],"Contents":["$(volume)","done"]})j", n));
      },
-     resolvePage, all},
-    {"Grid", entries, gridPage, resolvePage, all},
+     ResolvePage, All},
+    {"Grid", entries, GridPage, ResolvePage, All},
     {"Containers", entries,
      [](int n) {
-       return page(
-           listOf(R"({"RenderType":1024,"Contents":[{"RenderType":1,"Contents":["done"]}]})", n));
+       return Page(
+           ListOf(R"({"RenderType":1024,"Contents":[{"RenderType":1,"Contents":["done"]}]})", n));
      },
-     resolvePage, all},
+     ResolvePage, All},
     {"Conditions", entries,
      [](int n) {
-       return page(listOf(R"j({"If":{"Condition":"$(volume)","==":7,"Contents":["done"]}})j", n));
+       return Page(ListOf(R"j({"If":{"Condition":"$(volume)","==":7,"Contents":["done"]}})j", n));
      },
-     resolvePage, all},
+     ResolvePage, All},
     {"ConditionInList", entries,
      [](int n) {
-       return page(R"j({"If":{"Condition":"$(volume)","Equals":[)j" + listOf("8", n) +
+       return Page(R"j({"If":{"Condition":"$(volume)","Equals":[)j" + ListOf("8", n) +
                    R"(,7],"Contents":["done"]}})");
      },
-     resolvePage, one},
+     ResolvePage, One},
     {"RotatingLoops", entries,
      [](int n) {
-       return page(listOf(R"({"Loop":{"List":"a,b","Bounds":[0,0,9,9],"Contents":["done"]}})", n));
+       return Page(ListOf(R"({"Loop":{"List":"a,b","Bounds":[0,0,9,9],"Contents":["done"]}})", n));
      },
-     resolvePage, all},
+     ResolvePage, All},
     {"RotatingLoopOverList", entries,
      [](int n) {
-       return page(R"({"Loop":{"List":[)" + listOf(R"("x")", n) +
+       return Page(R"({"Loop":{"List":[)" + ListOf(R"("x")", n) +
                    R"(],"Value":"v","Bounds":[0,0,9,9],"Contents":["done"]}})");
      },
-     resolvePage, one},
+     ResolvePage, One},
     {"ContextMembers", entries,
      [](int n) {
-       return page(R"({"Context":{)" + membersOf(R"j("$(volume) done")j", n) +
+       return Page(R"({"Context":{)" + MembersOf(R"j("$(volume) done")j", n) +
                    R"j(},"Contents":["$(context.m7)"]})j");
      },
-     resolvePage, [](std::size_t size) { return size + 1; }},
+     ResolvePage, [](std::size_t size) { return size + 1; }},
     {"UnknownMembers", entries,
-     [](int n) { return page(R"({)" + membersOf(R"("done")", n) + "}"); }, resolvePage, all},
+     [](int n) { return Page(R"({)" + MembersOf(R"("done")", n) + "}"); }, ResolvePage, All},
     {"Colours", entries,
-     [](int n) { return page(R"({"Display":[)" + listOf(R"("#FFCC00FF")", n) + R"(]},"done")"); },
-     resolvePage, one},
+     [](int n) { return Page(R"({"Display":[)" + ListOf(R"("#FFCC00FF")", n) + R"(]},"done")"); },
+     ResolvePage, One},
     {"Layout", entries,
-     [](int n) { return page(R"({"Layout":[)" + listOf(R"(["5%",6])", n) + R"(]},"done")"); },
-     resolvePage, one},
+     [](int n) { return Page(R"({"Layout":[)" + ListOf(R"(["5%",6])", n) + R"(]},"done")"); },
+     ResolvePage, One},
     {"Faults", entries,
-     [](int n) { return page(listOf(R"j({"Contents":["$(unknown)done","done$("]})j", n)); },
-     resolvePage, [](std::size_t size) { return 2 * size; }},
+     [](int n) { return Page(ListOf(R"j({"Contents":["$(unknown)done","done$("]})j", n)); },
+     ResolvePage, [](std::size_t size) { return 2 * size; }},
     {"Comments", entries,
-     [](int n) { return page(repeated("// a comment\n\"done\",\n", n) + R"("end")"); }, resolvePage,
-     all},
+     [](int n) { return Page(Repeated("// a comment\n\"done\",\n", n) + R"("end")"); }, ResolvePage,
+     All},
 };
 
 const CGrowthCase tokenTextCases[] = {
-    {"Tokens", letters / 10, [](int n) { return repeated("$(volume) ", n); }, substitute,
+    {"Tokens", letters / 10, [](int n) { return Repeated("$(volume) ", n); }, Substitute,
      [](std::size_t size) { return 2 * size; }},
-    {"UnknownTokens", letters / 10, [](int n) { return repeated("$(no) ", n); }, substitute, all},
-    {"FaultyOperands", letters / 10, [](int n) { return repeated("$(volume+x)", n); }, substitute,
-     all},
-    {"UnterminatedTokens", letters, [](int n) { return repeated("$(", n); }, substitute,
+    {"UnknownTokens", letters / 10, [](int n) { return Repeated("$(no) ", n); }, Substitute, All},
+    {"FaultyOperands", letters / 10, [](int n) { return Repeated("$(volume+x)", n); }, Substitute,
+     All},
+    {"UnterminatedTokens", letters, [](int n) { return Repeated("$(", n); }, Substitute,
      [](std::size_t size) { return 2 * size; }},
     {"UnterminatedAfterTokens", letters / 10,
-     [](int n) { return repeated("$(volume)", n) + repeated("$(", n); }, substitute,
+     [](int n) { return Repeated("$(volume)", n) + Repeated("$(", n); }, Substitute,
      [](std::size_t size) { return 3 * size; }},
-    {"NestedTokens", letters, [](int n) { return repeated("$(", n) + repeated(")", n); },
-     substitute, [](std::size_t size) { return size - 1; }},
-    {"TokensInText", letters / 10, [](int n) { return "x" + repeated("$($(volume))", n); },
-     substitute, [](std::size_t size) { return size + 1; }},
-    {"ClosingBrackets", letters, [](int n) { return repeated(")", n); }, substitute, all},
-    {"ClosingBracketsAfterOpening", letters, [](int n) { return "$(" + repeated(")", n); },
-     substitute, [](std::size_t size) { return size - 1; }},
-    {"DollarSigns", letters, [](int n) { return repeated("$", n); }, substitute, all},
+    {"NestedTokens", letters, [](int n) { return Repeated("$(", n) + Repeated(")", n); },
+     Substitute, [](std::size_t size) { return size - 1; }},
+    {"TokensInText", letters / 10, [](int n) { return "x" + Repeated("$($(volume))", n); },
+     Substitute, [](std::size_t size) { return size + 1; }},
+    {"ClosingBrackets", letters, [](int n) { return Repeated(")", n); }, Substitute, All},
+    {"ClosingBracketsAfterOpening", letters, [](int n) { return "$(" + Repeated(")", n); },
+     Substitute, [](std::size_t size) { return size - 1; }},
+    {"DollarSigns", letters, [](int n) { return Repeated("$", n); }, Substitute, All},
 };
 
 const CGrowthCase tokenBodyCases[] = {
-    {"LongName", letters, [](int n) { return repeated("n", n); }, getToken, none},
-    {"Dots", letters, [](int n) { return repeated(".", n); }, getToken, none},
-    {"LongPath", letters, [](int n) { return "context" + repeated(".n", n); }, getToken, none},
-    {"UnknownPath", letters, [](int n) { return repeated("n.", n); }, getToken, none},
-    {"Hashes", letters, [](int n) { return "volume" + repeated("#", n); }, getToken, none},
-    {"CountedAndMore", letters, [](int n) { return "volume#." + repeated("\n", n); }, getToken,
-     one},
-    {"OpeningBrackets", letters, [](int n) { return repeated("[", n); }, getToken, none},
-    {"Indices", letters, [](int n) { return "volume" + repeated("[1]:", n); }, getToken, none},
-    {"OpenIndices", letters, [](int n) { return "volume" + repeated("[1", n); }, getToken, one},
-    {"IndexPath", letters, [](int n) { return "volume[" + repeated("volume.", n) + "]"; }, getToken,
-     none},
-    {"LongIndex", letters, [](int n) { return "volume[" + repeated("1", n) + "]"; }, getToken,
-     none},
-    {"Sum", letters, [](int n) { return "volume" + repeated("+1", n); }, getToken, one},
-    {"LongOperand", letters, [](int n) { return "volume+" + repeated("1", n); }, getToken, one},
-    {"OperandPath", letters, [](int n) { return "volume*volume" + repeated(".n", n); }, getToken,
-     one},
-    {"Arguments", letters, [](int n) { return "volume" + repeated(":n", n); }, getToken, one},
+    {"LongName", letters, [](int n) { return Repeated("n", n); }, GetToken, None},
+    {"Dots", letters, [](int n) { return Repeated(".", n); }, GetToken, None},
+    {"LongPath", letters, [](int n) { return "context" + Repeated(".n", n); }, GetToken, None},
+    {"UnknownPath", letters, [](int n) { return Repeated("n.", n); }, GetToken, None},
+    {"Hashes", letters, [](int n) { return "volume" + Repeated("#", n); }, GetToken, None},
+    {"CountedAndMore", letters, [](int n) { return "volume#." + Repeated("\n", n); }, GetToken,
+     One},
+    {"OpeningBrackets", letters, [](int n) { return Repeated("[", n); }, GetToken, None},
+    {"Indices", letters, [](int n) { return "volume" + Repeated("[1]:", n); }, GetToken, None},
+    {"OpenIndices", letters, [](int n) { return "volume" + Repeated("[1", n); }, GetToken, One},
+    {"IndexPath", letters, [](int n) { return "volume[" + Repeated("volume.", n) + "]"; }, GetToken,
+     None},
+    {"LongIndex", letters, [](int n) { return "volume[" + Repeated("1", n) + "]"; }, GetToken,
+     None},
+    {"Sum", letters, [](int n) { return "volume" + Repeated("+1", n); }, GetToken, One},
+    {"LongOperand", letters, [](int n) { return "volume+" + Repeated("1", n); }, GetToken, One},
+    {"OperandPath", letters, [](int n) { return "volume*volume" + Repeated(".n", n); }, GetToken,
+     One},
+    {"Arguments", letters, [](int n) { return "volume" + Repeated(":n", n); }, GetToken, One},
 };
 
 const CGrowthCase valueCases[] = {
-    {"Commas", letters / 10, [](int n) { return repeated(",", n); }, splitList,
+    {"Commas", letters / 10, [](int n) { return Repeated(",", n); }, SplitList,
      [](std::size_t size) { return size + 1; }},
-    {"QuotedPieces", letters / 10, [](int n) { return repeated(R"("a","b""b",)", n); }, splitList,
+    {"QuotedPieces", letters / 10, [](int n) { return Repeated(R"("a","b""b",)", n); }, SplitList,
      [](std::size_t size) { return 2 * size + 1; }},
-    {"Quotes", letters, [](int n) { return repeated(R"(")", 2 * n); }, splitList, one},
-    {"OpenQuotes", letters / 10, [](int n) { return repeated(R"(a,")", n); }, splitList,
+    {"Quotes", letters, [](int n) { return Repeated(R"(")", 2 * n); }, SplitList, One},
+    {"OpenQuotes", letters / 10, [](int n) { return Repeated(R"(a,")", n); }, SplitList,
      [](std::size_t size) { return size / 2 + 1; }},
-    {"ColourSigns", letters, [](int n) { return repeated("#", n); }, toColour, none},
-    {"ColourDigits", letters, [](int n) { return "#000001" + repeated("0", n); }, toColour, one},
-    {"ColourNumber", letters, [](int n) { return repeated("0", n) + "1"; }, toColour, one},
-    {"ColourFarIn", letters, [](int n) { return repeated("x", n) + "#000001"; }, toColour, one},
-    {"IntegerDigits", letters, [](int n) { return "0x" + repeated("0", n) + "1"; }, toInt, one},
-    {"IntegerBlanks", letters, [](int n) { return repeated(" ", n) + "1"; }, toInt, one},
-    {"PercentageDigits", letters, [](int n) { return repeated("0", n) + "50%"; }, toEdge,
+    {"ColourSigns", letters, [](int n) { return Repeated("#", n); }, ToColour, None},
+    {"ColourDigits", letters, [](int n) { return "#000001" + Repeated("0", n); }, ToColour, One},
+    {"ColourNumber", letters, [](int n) { return Repeated("0", n) + "1"; }, ToColour, One},
+    {"ColourFarIn", letters, [](int n) { return Repeated("x", n) + "#000001"; }, ToColour, One},
+    {"IntegerDigits", letters, [](int n) { return "0x" + Repeated("0", n) + "1"; }, ToInt, One},
+    {"IntegerBlanks", letters, [](int n) { return Repeated(" ", n) + "1"; }, ToInt, One},
+    {"PercentageDigits", letters, [](int n) { return Repeated("0", n) + "50%"; }, ToEdge,
      [](std::size_t /*size*/) { return std::size_t{100}; }},
-    {"PercentSigns", letters, [](int n) { return "50" + repeated("%", n); }, toEdge,
+    {"PercentSigns", letters, [](int n) { return "50" + Repeated("%", n); }, ToEdge,
      [](std::size_t /*size*/) { return std::size_t{100}; }},
-    {"FileName", letters, [](int n) { return repeated("A", n) + ".PNG"; }, lowercase, all},
-    {"FileNameOfDots", letters, [](int n) { return "A" + repeated(".PNG", n); }, lowercase, one},
-    {"FileNameNotAscii", letters, [](int n) { return "Ä" + repeated("A", n) + ".PNG"; }, lowercase,
-     all},
-    {"FileNameInUtf8", letters, [](int n) { return "A" + repeated("Ä.PNG", n); }, lowercaseInUtf8,
-     one},
-    {"NoFileNameInUtf8", letters, [](int n) { return repeated("Ä.PNG", n) + "a"; }, lowercaseInUtf8,
-     one},
-    {"RegexSubject", letters, [](int n) { return repeated("a.pn", n) + ".PNG"; }, matchFileName,
-     one},
+    {"FileName", letters, [](int n) { return Repeated("A", n) + ".PNG"; }, Lowercase, All},
+    {"FileNameOfDots", letters, [](int n) { return "A" + Repeated(".PNG", n); }, Lowercase, One},
+    {"FileNameNotAscii", letters, [](int n) { return "Ä" + Repeated("A", n) + ".PNG"; }, Lowercase,
+     All},
+    {"FileNameInUtf8", letters, [](int n) { return "A" + Repeated("Ä.PNG", n); }, LowercaseInUtf8,
+     One},
+    {"NoFileNameInUtf8", letters, [](int n) { return Repeated("Ä.PNG", n) + "a"; }, LowercaseInUtf8,
+     One},
+    {"RegexSubject", letters, [](int n) { return Repeated("a.pn", n) + ".PNG"; }, MatchFileName,
+     One},
 };
 
 // --- Measuring ---
@@ -319,7 +319,7 @@ constexpr long long fewCalls = 200;
 constexpr long long fewBytes = 65536;
 
 /// The processor time, in seconds, that `work` takes in this thread.
-double timeOf(const std::function<void()>& work) {
+double TimeOf(const std::function<void()>& work) {
   timespec start{};
   timespec end{};
   clock_gettime(CLOCK_THREAD_CPUTIME_ID, &start);
@@ -329,15 +329,15 @@ double timeOf(const std::function<void()>& work) {
          1e-9 * static_cast<double>(end.tv_nsec - start.tv_nsec);
 }
 
-double shortestTime(const std::function<void()>& work, int attempts) {
+double ShortestTime(const std::function<void()>& work, int attempts) {
   double shortest = std::numeric_limits<double>::max();
-  for (int i = 0; i < attempts; ++i) shortest = std::min(shortest, timeOf(work));
+  for (int i = 0; i < attempts; ++i) shortest = std::min(shortest, TimeOf(work));
   return shortest;
 }
 
-void expectLinearMemory(const std::function<void()>& small, const std::function<void()>& large) {
-  const CMemoryUse few = memoryUsedBy(small);
-  const CMemoryUse many = memoryUsedBy(large);
+void ExpectLinearMemory(const std::function<void()>& small, const std::function<void()>& large) {
+  const CMemoryUse few = MemoryUsedBy(small);
+  const CMemoryUse many = MemoryUsedBy(large);
   const auto bound = [](long long amount, long long least) {
     return memoryBound * static_cast<double>(std::max(amount, least));
   };
@@ -347,13 +347,13 @@ void expectLinearMemory(const std::function<void()>& small, const std::function<
   EXPECT_LE(static_cast<double>(many.peak), bound(few.peak, fewBytes));
 }
 
-void expectLinearTime(const std::function<void()>& small, const std::function<void()>& large) {
-  const double shorter = shortestTime(small, 3);
+void ExpectLinearTime(const std::function<void()>& small, const std::function<void()>& large) {
+  const double shorter = ShortestTime(small, 3);
   const double bound = timeBound * std::max(shorter, shortTime);
-  double longer = timeOf(large);
+  double longer = TimeOf(large);
   // A disturbed measurement is taken again; a slow one stays slow.
   for (int attempt = 0; attempt < 4 && longer > bound; ++attempt) {
-    longer = std::min(longer, timeOf(large));
+    longer = std::min(longer, TimeOf(large));
   }
   EXPECT_LE(longer, bound) << enlargement << " times the size took " << longer / shorter
                            << " times as long as " << shorter << " s";
@@ -378,23 +378,23 @@ TEST_P(Growth, IsLinear) {
 
   const auto small = [&] { growth.job(shortText); };
   const auto large = [&] { growth.job(longText); };
-  expectLinearMemory(small, large);
-  expectLinearTime(small, large);
+  ExpectLinearMemory(small, large);
+  ExpectLinearTime(small, large);
 }
 
-std::string caseName(const ::testing::TestParamInfo<CGrowthCase>& info) { return info.param.name; }
+std::string CaseName(const ::testing::TestParamInfo<CGrowthCase>& info) { return info.param.name; }
 
-INSTANTIATE_TEST_SUITE_P(Pages, Growth, ::testing::ValuesIn(pageCases), caseName);
-INSTANTIATE_TEST_SUITE_P(TokensInText, Growth, ::testing::ValuesIn(tokenTextCases), caseName);
-INSTANTIATE_TEST_SUITE_P(TokenBodies, Growth, ::testing::ValuesIn(tokenBodyCases), caseName);
-INSTANTIATE_TEST_SUITE_P(Values, Growth, ::testing::ValuesIn(valueCases), caseName);
+INSTANTIATE_TEST_SUITE_P(Pages, Growth, ::testing::ValuesIn(pageCases), CaseName);
+INSTANTIATE_TEST_SUITE_P(TokensInText, Growth, ::testing::ValuesIn(tokenTextCases), CaseName);
+INSTANTIATE_TEST_SUITE_P(TokenBodies, Growth, ::testing::ValuesIn(tokenBodyCases), CaseName);
+INSTANTIATE_TEST_SUITE_P(Values, Growth, ::testing::ValuesIn(valueCases), CaseName);
 
 // A name has room for its parts made beforehand, which for these dots would be 32 times the text.
 TEST(GrowthOfNames, LeavesDotsWithoutRoomForParts) {
   const CSilence silence;
-  const std::string dots = repeated(".", enlargement * letters);
-  EXPECT_EQ(getToken(dots), 0U);
-  const CMemoryUse use = memoryUsedBy([&] { getToken(dots); });
+  const std::string dots = Repeated(".", enlargement * letters);
+  EXPECT_EQ(GetToken(dots), 0U);
+  const CMemoryUse use = MemoryUsedBy([&] { GetToken(dots); });
   EXPECT_EQ(use.calls > 0, memoryIsMetered);
   EXPECT_LE(use.peak, 2 * static_cast<long long>(dots.size()));
 }

@@ -25,7 +25,7 @@ TEST(IncludedFileMemory, ThatRunsOutIsBadAlloc) {
       text = ttr::readIncludedFile(path);
     });
     EXPECT_EQ(ttr::readIncludedFile(path), whole) << number;
-    if (!mallocHasFailed()) {
+    if (!MallocHasFailed()) {
       EXPECT_GT(number, 5);
       break;
     }

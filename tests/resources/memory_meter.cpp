@@ -18,7 +18,7 @@ thread_local bool failed = false;
 
 }  // namespace
 
-CMemoryUse memoryUsedBy(const std::function<void()>& work) {
+CMemoryUse MemoryUsedBy(const std::function<void()>& work) {
   use = CMemoryUse();
   inUse = 0;
   work();
@@ -32,7 +32,7 @@ CMallocFailure::CMallocFailure(long long number) {
 
 CMallocFailure::~CMallocFailure() { callsLeft = 0; }
 
-bool mallocHasFailed() { return failed; }
+bool MallocHasFailed() { return failed; }
 
 #if !defined(TTR_ADDRESS_SANITIZED) && !defined(TTR_THREAD_SANITIZED)
 
@@ -48,14 +48,14 @@ void __libc_free(void* block);
 namespace {
 
 /// Whether the present call is the one to fail.
-bool fails() {
+bool Fails() {
   if (callsLeft == 0 || --callsLeft != 0) return false;
   errno = ENOMEM;
   failed = true;
   return true;
 }
 
-void* counted(void* block) {
+void* Counted(void* block) {
   ++use.calls;
   if (block == nullptr) return block;
   const auto size = static_cast<long long>(malloc_usable_size(block));
@@ -66,7 +66,7 @@ void* counted(void* block) {
   return block;
 }
 
-void uncount(void* block) {
+void Uncount(void* block) {
   if (block == nullptr) return;
   --use.kept;
   inUse -= static_cast<long long>(malloc_usable_size(block));
@@ -76,27 +76,27 @@ void uncount(void* block) {
 
 extern "C" {
 
-void* malloc(std::size_t size) { return fails() ? nullptr : counted(__libc_malloc(size)); }
+void* malloc(std::size_t size) { return Fails() ? nullptr : Counted(__libc_malloc(size)); }
 
 void* calloc(std::size_t elements, std::size_t size) {
-  return fails() ? nullptr : counted(__libc_calloc(elements, size));
+  return Fails() ? nullptr : Counted(__libc_calloc(elements, size));
 }
 
 void* realloc(void* block, std::size_t size) {
-  if (fails()) return nullptr;
-  uncount(block);
-  return counted(__libc_realloc(block, size));
+  if (Fails()) return nullptr;
+  Uncount(block);
+  return Counted(__libc_realloc(block, size));
 }
 
 void free(void* block) {
-  uncount(block);
+  Uncount(block);
   __libc_free(block);
 }
 }
 
 #endif
 
-long long residentMemory() {
+long long ResidentMemory() {
   std::ifstream status("/proc/self/status");
   for (std::string word; status >> word;) {
     long long kilobytes = 0;

@@ -17,7 +17,7 @@ struct CMemoryUse {
 };
 
 /// Calls `work`, and counts; all figures are 0 where memory is not metered.
-CMemoryUse memoryUsedBy(const std::function<void()>& work);
+CMemoryUse MemoryUsedBy(const std::function<void()>& work);
 
 /// While it lives, the call number `number` of malloc, calloc and realloc, counted from 1, finds no
 /// memory in the calling thread; those after it succeed again.
@@ -30,9 +30,9 @@ class CMallocFailure {
 };
 
 /// True when a call failed because of the last CMallocFailure.
-bool mallocHasFailed();
+bool MallocHasFailed();
 
 /// Bytes of memory that the process holds; 0 when the system does not tell.
-long long residentMemory();
+long long ResidentMemory();
 
 #endif  // TESTS_RESOURCES_MEMORY_METER_H

@@ -9,22 +9,22 @@ constexpr int pageLevels = 2;  // {"Contents":[
 
 }  // namespace
 
-std::string repeated(const std::string& piece, int count) {
+std::string Repeated(const std::string& piece, int count) {
   std::string text;
   for (int i = 0; i < count; ++i) text += piece;
   return text;
 }
 
-std::string nestedPage(const CNesting& nesting, int levels, const std::string& innermost) {
-  return R"({"Contents":[)" + repeated(nesting.open, levels) + innermost +
-         repeated(nesting.close, levels) + "]}";
+std::string NestedPage(const CNesting& nesting, int levels, const std::string& innermost) {
+  return R"({"Contents":[)" + Repeated(nesting.open, levels) + innermost +
+         Repeated(nesting.close, levels) + "]}";
 }
 
-std::string nestedResult(int levels, const std::string& innermost) {
-  return nestedPage(nestings[0], levels, innermost);
+std::string NestedResult(int levels, const std::string& innermost) {
+  return NestedPage(nestings[0], levels, innermost);
 }
 
-int mostLevels(const CNesting& nesting, int innermostLevels) {
+int MostLevels(const CNesting& nesting, int innermostLevels) {
   return (jsonCppLimit - pageLevels - std::max(innermostLevels, nesting.asideLevels)) /
          nesting.jsonLevels;
 }

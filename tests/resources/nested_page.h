@@ -4,7 +4,7 @@
 #include <string>
 
 /// `count` times `piece`.
-std::string repeated(const std::string& piece, int count);
+std::string Repeated(const std::string& piece, int count);
 
 /// Something that holds further contents, and that resolves to {"Contents":[...]} around them.
 struct CNesting {
@@ -27,13 +27,13 @@ inline constexpr CNesting nestings[] = {
 };
 
 /// A page with `innermost` inside `levels` of `nesting`.
-std::string nestedPage(const CNesting& nesting, int levels, const std::string& innermost);
+std::string NestedPage(const CNesting& nesting, int levels, const std::string& innermost);
 
 /// What a page resolves to whose `innermost` lies within `levels` of whatever nesting.
-std::string nestedResult(int levels, const std::string& innermost);
+std::string NestedResult(int levels, const std::string& innermost);
 
 /// The most levels with which JsonCpp still reads a nestedPage. Every value inside arrays and
 /// objects counts, and `innermostLevels` is what the innermost has of them.
-int mostLevels(const CNesting& nesting, int innermostLevels);
+int MostLevels(const CNesting& nesting, int innermostLevels);
 
 #endif  // TESTS_RESOURCES_NESTED_PAGE_H

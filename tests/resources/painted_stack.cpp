@@ -41,21 +41,21 @@ class CPaintedStack {
   unsigned char* m_memory = nullptr;
 };
 
-void* callWork(void* work) {
+void* CallWork(void* work) {
   (*static_cast<const std::function<void()>*>(work))();
   return nullptr;
 }
 
 }  // namespace
 
-std::size_t stackUsedBy(const std::function<void()>& work, std::size_t size) {
+std::size_t StackUsedBy(const std::function<void()>& work, std::size_t size) {
   const CPaintedStack stack(size);
   pthread_attr_t attributes;
   pthread_attr_init(&attributes);
   std::function<void()> copy = work;
   pthread_t thread{};
   const bool started = pthread_attr_setstack(&attributes, stack.bottom(), size) == 0 &&
-                       pthread_create(&thread, &attributes, callWork, &copy) == 0;
+                       pthread_create(&thread, &attributes, CallWork, &copy) == 0;
   pthread_attr_destroy(&attributes);
   if (!started) throw std::runtime_error("cannot start a thread on a stack of its own");
   pthread_join(thread, nullptr);

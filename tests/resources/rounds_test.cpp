@@ -19,7 +19,7 @@ const std::string folder = TTR_SOURCE_DIR "/examples/lobby/";
 
 /// TTR_ROUNDS, which scripts/check-memory sets to 100000. By default a number that every build has
 /// time for.
-int rounds() {
+int Rounds() {
   const char* text = std::getenv("TTR_ROUNDS");
   return text == nullptr ? 600 : std::atoi(text);
 }
@@ -35,15 +35,15 @@ TEST(Rounds, KeepMemoryFlat) {
   CCerrCapture errors;
   for (int warmUp = 0; warmUp < 50 * notices; ++warmUp) host.Pass(page);
   const std::string first = host.Pass(page);
-  const long long residentBefore = residentMemory();
+  const long long residentBefore = ResidentMemory();
   ASSERT_GT(residentBefore, 0);
-  const int count = (rounds() + notices - 1) / notices * notices;
+  const int count = (Rounds() + notices - 1) / notices * notices;
   std::string last;
-  const CMemoryUse use = memoryUsedBy([&] {
+  const CMemoryUse use = MemoryUsedBy([&] {
     for (int round = 1; round < count; ++round) host.Pass(page);
     last = host.Pass(page);
   });
-  const long long residentGrowth = residentMemory() - residentBefore;
+  const long long residentGrowth = ResidentMemory() - residentBefore;
 
   EXPECT_EQ(last, first);
   EXPECT_EQ(errors.Take(), "");

@@ -24,18 +24,18 @@
 
 namespace {
 
-bool startsWith(const std::string& text, const std::string& head) {
+bool StartsWith(const std::string& text, const std::string& head) {
   return text.compare(0, head.size(), head) == 0;
 }
 
 /// The texts between pairs of backticks in one table row, one for each column; a column without is
 /// empty. "\|" stands for a bar.
-std::vector<std::string> codeCells(const std::string& row) {
+std::vector<std::string> CodeCells(const std::string& row) {
   std::vector<std::string> cells;
   std::string cell;
   bool code = false;
   for (std::size_t i = 1; i < row.size(); ++i) {
-    const bool escapedBar = startsWith(row.substr(i), "\\|");
+    const bool escapedBar = StartsWith(row.substr(i), "\\|");
     if (escapedBar) ++i;
     if (row[i] == '`') {
       code = !code;
@@ -54,10 +54,10 @@ class CDocument {
   explicit CDocument(const std::filesystem::path& path) {
     std::string name = (std::filesystem::temp_directory_path() / "ttr-document-XXXXXX").string();
     m_page.directory = ::mkdtemp(name.data());
-    std::istringstream lines(fileText(path));
+    std::istringstream lines(FileText(path));
     for (std::string line; std::getline(lines, line);) {
       ++m_line;
-      if (startsWith(line, "```") && line.size() > 3) {
+      if (StartsWith(line, "```") && line.size() > 3) {
         readBlock(line.substr(3), lines);
       } else {
         readLine(line);
@@ -81,10 +81,10 @@ class CDocument {
     if (info == "json values") {
       finishTemplate();
       m_page.values = text;
-    } else if (startsWith(info, "json file ")) {
+    } else if (StartsWith(info, "json file ")) {
       finishTemplate();
       std::ofstream(m_page.directory / info.substr(10)) << text;
-    } else if (startsWith(info, "json template")) {
+    } else if (StartsWith(info, "json template")) {
       finishTemplate();
       m_page.page = text;
       m_page.options = info.substr(13);
@@ -100,9 +100,9 @@ class CDocument {
   void finishTemplate() {
     if (m_templateLine == 0) return;
     SCOPED_TRACE("template at line " + std::to_string(m_templateLine));
-    const CPageResult result = resolvePage(m_page);
-    EXPECT_EQ(result.json.empty() ? "" : prettyJson(result.json),
-              m_result.empty() ? "" : prettyJson(m_result));
+    const CPageResult result = ResolvePage(m_page);
+    EXPECT_EQ(result.json.empty() ? "" : PrettyJson(result.json),
+              m_result.empty() ? "" : PrettyJson(m_result));
     EXPECT_EQ(result.errors, m_diagnostics);
     ++m_examples;
     m_templateLine = 0;
@@ -111,13 +111,13 @@ class CDocument {
   }
 
   void readLine(const std::string& line) {
-    if (startsWith(line, "| Token | Result |")) {
+    if (StartsWith(line, "| Token | Result |")) {
       finishTemplate();
       m_inTokenTable = true;
-    } else if (!startsWith(line, "|")) {
+    } else if (!StartsWith(line, "|")) {
       m_inTokenTable = false;
-    } else if (m_inTokenTable && !startsWith(line, "|-")) {
-      checkTokenRow(codeCells(line));
+    } else if (m_inTokenTable && !StartsWith(line, "|-")) {
+      checkTokenRow(CodeCells(line));
     }
   }
 
@@ -128,10 +128,10 @@ class CDocument {
     page["Contents"].append(cells[0]);
     CPageCase row = m_page;
     row.page = page.toStyledString();
-    const CPageResult result = resolvePage(row);
+    const CPageResult result = ResolvePage(row);
     Json::Value expected;
     expected["Contents"].append(Parse("[" + cells[1] + "]")[0U]);
-    EXPECT_EQ(prettyJson(result.json), prettyJson(expected.toStyledString()));
+    EXPECT_EQ(PrettyJson(result.json), PrettyJson(expected.toStyledString()));
     const bool reported = cells.size() > 2 && !cells[2].empty();
     EXPECT_EQ(result.errors, reported ? cells[2] + "\n" : "");
     ++m_examples;

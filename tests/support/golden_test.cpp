@@ -19,7 +19,7 @@
 
 namespace {
 
-std::vector<std::filesystem::path> caseFolders() {
+std::vector<std::filesystem::path> CaseFolders() {
   std::vector<std::filesystem::path> folders;
   for (const char* root : {TTR_SOURCE_DIR "/examples", TTR_SOURCE_DIR "/tests/golden"}) {
     for (const auto& entry : std::filesystem::directory_iterator(root)) {
@@ -30,12 +30,12 @@ std::vector<std::filesystem::path> caseFolders() {
   return folders;
 }
 
-std::string textOr(const std::filesystem::path& path, const std::string& absent) {
-  return std::filesystem::exists(path) ? fileText(path) : absent;
+std::string TextOr(const std::filesystem::path& path, const std::string& absent) {
+  return std::filesystem::exists(path) ? FileText(path) : absent;
 }
 
-void renew(const std::filesystem::path& folder, const CPageResult& result) {
-  std::ofstream(folder / "expected.json") << (result.json.empty() ? "" : prettyJson(result.json));
+void Renew(const std::filesystem::path& folder, const CPageResult& result) {
+  std::ofstream(folder / "expected.json") << (result.json.empty() ? "" : PrettyJson(result.json));
   std::filesystem::remove(folder / "expected.err");
   if (!result.errors.empty()) std::ofstream(folder / "expected.err") << result.errors;
 }
@@ -45,27 +45,27 @@ class Golden : public ::testing::TestWithParam<std::filesystem::path> {};
 TEST_P(Golden, GivesTheExpectedResult) {
   const std::filesystem::path& folder = GetParam();
   CPageCase page;
-  page.page = fileText(folder / "template.json");
-  page.values = textOr(folder / "values.json", "{}");
-  page.options = textOr(folder / "options", "");
+  page.page = FileText(folder / "template.json");
+  page.values = TextOr(folder / "values.json", "{}");
+  page.options = TextOr(folder / "options", "");
   page.directory = folder;
-  const CPageResult result = resolvePage(page);
+  const CPageResult result = ResolvePage(page);
   if (std::getenv("TTR_RENEW_GOLDEN") != nullptr) {
-    renew(folder, result);
+    Renew(folder, result);
     FAIL() << "renewed; run again without TTR_RENEW_GOLDEN";
   }
-  const std::string actual = result.json.empty() ? "" : prettyJson(result.json);
-  EXPECT_EQ(actual, fileText(folder / "expected.json"));
-  EXPECT_EQ(result.errors, textOr(folder / "expected.err", ""));
+  const std::string actual = result.json.empty() ? "" : PrettyJson(result.json);
+  EXPECT_EQ(actual, FileText(folder / "expected.json"));
+  EXPECT_EQ(result.errors, TextOr(folder / "expected.err", ""));
 }
 
-std::string caseName(const ::testing::TestParamInfo<std::filesystem::path>& info) {
+std::string CaseName(const ::testing::TestParamInfo<std::filesystem::path>& info) {
   std::string name = info.param.filename().string();
   std::replace_if(
       name.begin(), name.end(), [](unsigned char c) { return std::isalnum(c) == 0; }, '_');
   return name;
 }
 
-INSTANTIATE_TEST_SUITE_P(Pages, Golden, ::testing::ValuesIn(caseFolders()), caseName);
+INSTANTIATE_TEST_SUITE_P(Pages, Golden, ::testing::ValuesIn(CaseFolders()), CaseName);
 
 }  // namespace

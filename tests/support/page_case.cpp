@@ -17,7 +17,7 @@ struct COptions {
   unsigned pass = 1;
 };
 
-COptions readOptions(const std::string& text) {
+COptions ReadOptions(const std::string& text) {
   COptions options;
   std::istringstream words(text);
   for (std::string word; words >> word;) {
@@ -46,8 +46,8 @@ class CDirectory {
 
 }  // namespace
 
-CPageResult resolvePage(const CPageCase& page) {
-  const COptions options = readOptions(page.options);
+CPageResult ResolvePage(const CPageCase& page) {
+  const COptions options = ReadOptions(page.options);
   const CDirectory directory(page.directory);
   CCerrCapture errors;
   CPageResult result;
@@ -65,7 +65,7 @@ CPageResult resolvePage(const CPageCase& page) {
   return result;
 }
 
-std::string fileText(const std::filesystem::path& path) {
+std::string FileText(const std::filesystem::path& path) {
   const std::ifstream file(path, std::ios::binary);
   if (!file) throw std::runtime_error("cannot read " + path.string());
   std::ostringstream text;
@@ -73,7 +73,7 @@ std::string fileText(const std::filesystem::path& path) {
   return text.str();
 }
 
-std::string prettyJson(const std::string& json) {
+std::string PrettyJson(const std::string& json) {
   Json::StreamWriterBuilder writer;
   writer["indentation"] = "  ";
   writer["enableYAMLCompatibility"] = true;

@@ -19,12 +19,12 @@ struct CPageResult {
 
 /// Resolves the page as `ttr resolve` does. An exception that leaves the library is the last line
 /// of the errors: "exception: " and its text.
-CPageResult resolvePage(const CPageCase& page);
+CPageResult ResolvePage(const CPageCase& page);
 
 /// The text of a file; throws when it cannot be read.
-std::string fileText(const std::filesystem::path& path);
+std::string FileText(const std::filesystem::path& path);
 
 /// `json` with one entry a line, as expected results are kept.
-std::string prettyJson(const std::string& json);
+std::string PrettyJson(const std::string& json);
 
 #endif  // TESTS_SUPPORT_PAGE_CASE_H

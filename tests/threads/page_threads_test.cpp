@@ -26,7 +26,7 @@ constexpr int threadCount = 8;
 constexpr int rounds = 20;
 
 /// Runs `work` in eight threads, which are given their numbers and start at the same time.
-void inThreads(const std::function<void(int)>& work) {
+void InThreads(const std::function<void(int)>& work) {
   std::atomic<int> waiting{threadCount};
   std::vector<std::thread> threads;
   for (int number = 0; number < threadCount; ++number) {
@@ -71,7 +71,7 @@ class CValues {
 };
 
 /// What the passes of a resolver of its own give, one a line.
-std::string passes(const CTokenResolver& tokens, const std::string& page, int count) {
+std::string Passes(const CTokenResolver& tokens, const std::string& page, int count) {
   CTemplateStack stack;
   CTemplateResolver resolver(&tokens, &stack);
   std::string results;
@@ -84,18 +84,18 @@ std::string passes(const CTokenResolver& tokens, const std::string& page, int co
 }
 
 /// The same with registry and handlers of its own too.
-std::string passesAlone(const std::string& page, int count) {
-  return passes(CValues().tokens, page, count);
+std::string PassesAlone(const std::string& page, int count) {
+  return Passes(CValues().tokens, page, count);
 }
 
 // Stands first and resolves nothing before: it is the first use in its process of what is built on
 // first use. ctest runs each test in a process of its own.
 TEST(Threads, RaceForTheFirstUseOfTheConstants) {
   std::vector<std::string> results(threadCount);
-  inThreads([&](int number) {
-    results[static_cast<std::size_t>(number)] = passesAlone(everyElement, 1);
+  InThreads([&](int number) {
+    results[static_cast<std::size_t>(number)] = PassesAlone(everyElement, 1);
   });
-  for (const std::string& result : results) EXPECT_EQ(result, passesAlone(everyElement, 1));
+  for (const std::string& result : results) EXPECT_EQ(result, PassesAlone(everyElement, 1));
 }
 
 TEST(Threads, HaveResolversOfTheirOwn) {
@@ -108,20 +108,20 @@ TEST(Threads, HaveResolversOfTheirOwn) {
     host.ServeVariablesOf(page);
     std::string results;
     for (int round = 0; round < rounds; ++round) results += host.Pass(page) + "\n";
-    return results + passesAlone(everyElement, rounds);
+    return results + PassesAlone(everyElement, rounds);
   };
   const std::string expected = resolve();
   std::vector<std::string> results(threadCount);
-  inThreads([&](int number) { results[static_cast<std::size_t>(number)] = resolve(); });
+  InThreads([&](int number) { results[static_cast<std::size_t>(number)] = resolve(); });
   for (const std::string& result : results) EXPECT_EQ(result, expected);
 }
 
 TEST(Threads, ShareARegistry) {
   const CValues shared;
-  const std::string expected = passesAlone(everyElement, rounds);
+  const std::string expected = PassesAlone(everyElement, rounds);
   std::vector<std::string> results(threadCount);
-  inThreads([&](int number) {
-    results[static_cast<std::size_t>(number)] = passes(shared.tokens, everyElement, rounds);
+  InThreads([&](int number) {
+    results[static_cast<std::size_t>(number)] = Passes(shared.tokens, everyElement, rounds);
   });
   for (const std::string& result : results) EXPECT_EQ(result, expected);
 }
@@ -136,7 +136,7 @@ TEST(Threads, SerialiseClocksWithALockForEachProcess) {
     std::string results;
     for (int round = 0; round < rounds; ++round) {
       const std::lock_guard<std::mutex> guard(lock);
-      results += passes(tokens, page, 1) + tf::formatTimeUTC(round, "de_DE", "%A %X") +
+      results += Passes(tokens, page, 1) + tf::formatTimeUTC(round, "de_DE", "%A %X") +
                  tf::formatTimeLocal(round, "", "%c") + tf::formatTimeRemaining(round, "%H:%M");
     }
     return results;
@@ -145,16 +145,16 @@ TEST(Threads, SerialiseClocksWithALockForEachProcess) {
   const std::string expected = resolve(lock);
   EXPECT_NE(expected.find("Freitag 01 Januar 2100"), std::string::npos) << expected;
   std::vector<std::string> results(threadCount);
-  inThreads([&](int number) { results[static_cast<std::size_t>(number)] = resolve(lock); });
+  InThreads([&](int number) { results[static_cast<std::size_t>(number)] = resolve(lock); });
   for (const std::string& result : results) EXPECT_EQ(result, expected);
 }
 
 TEST(Threads, WriteMessagesAtTheSameTime) {
   const std::string page = R"j({"Contents":["$(unknown)","$(volume",{"Include":{}}]})j";
-  const std::string expected = passesAlone(page, rounds);
+  const std::string expected = PassesAlone(page, rounds);
   std::vector<std::string> results(threadCount);
-  inThreads(
-      [&](int number) { results[static_cast<std::size_t>(number)] = passesAlone(page, rounds); });
+  InThreads(
+      [&](int number) { results[static_cast<std::size_t>(number)] = PassesAlone(page, rounds); });
   for (const std::string& result : results) EXPECT_EQ(result, expected);
 }
 

@@ -150,9 +150,9 @@ std::string reportText(const CCheckOptions& options, const CCheckReport& report,
                        const std::string& version, int exitCode) {
   if (options.format == "json") return jsonReport(report);
   if (options.format == "sarif") return sarifReport(report, version, exitCode);
-  const bool color = useColor(options.output, STDOUT_FILENO) &&
-                     (!writesFile(options) || options.output.color == "always");
-  return textReport(options.output.quiet ? report.OnlyErrors() : report, color);
+  const bool colour = useColour(options.output, STDOUT_FILENO) &&
+                      (!writesFile(options) || options.output.colour == "always");
+  return textReport(options.output.quiet ? report.OnlyErrors() : report, colour);
 }
 
 /// A command that fails leaves the output file as it was.

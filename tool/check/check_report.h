@@ -34,7 +34,7 @@ std::string counted(std::size_t count, const std::string& noun);
 std::string faultText(const CFault& fault);
 
 /// A line for each fault, and one for each Include on the way to it, as compilers write them.
-std::string textReport(const CCheckReport& report, bool color);
+std::string textReport(const CCheckReport& report, bool colour);
 
 std::string jsonReport(const CCheckReport& report);
 

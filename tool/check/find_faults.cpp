@@ -1,5 +1,5 @@
 // What is wrong with a page: its JSON, what the library writes about it, and what the library
-// passes over in silence. Test: tests/tool/check/find_faults_test.cpp
+// passes over in silence.
 #include <map>
 #include <set>
 #include <utility>

@@ -37,16 +37,16 @@ std::string faultText(const CFault& fault) {
   return text;
 }
 
-std::string textReport(const CCheckReport& report, bool color) {
+std::string textReport(const CCheckReport& report, bool colour) {
   std::string text;
   for (const CFault& fault : report.faults) {
     const eTextStyle style = fault.level == CFault::levelError ? styleRed : styleYellow;
-    text += styled(fault.place.Text() + ':', styleBold, color) + ' ' +
-            styled(std::string(levelName(fault.level)) + ':', style, color) + ' ' +
+    text += styled(fault.place.Text() + ':', styleBold, colour) + ' ' +
+            styled(std::string(levelName(fault.level)) + ':', style, colour) + ' ' +
             faultText(fault) + " [" + fault.code + "]\n";
     for (const CPlace& place : fault.includedFrom) {
-      text += styled(place.Text() + ':', styleBold, color) + ' ' +
-              styled("note:", styleCyan, color) + " included from here\n";
+      text += styled(place.Text() + ':', styleBold, colour) + ' ' +
+              styled("note:", styleCyan, colour) + " included from here\n";
     }
   }
   return text;

@@ -1,6 +1,5 @@
 // Hirschberg's method: the best alignment of two sequences in linear space. It finds where the best
 // way crosses the middle of the left one, and does the same with both halves.
-// Test: tests/tool/diff/alignment_test.cpp
 #include "diff/alignment.h"
 
 #include <algorithm>

@@ -1,4 +1,3 @@
-// Test: tests/tool/diff/colour_text_test.cpp
 #include "diff/colour_text.h"
 
 namespace ttr {

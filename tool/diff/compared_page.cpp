@@ -1,4 +1,3 @@
-// Test: tests/tool/diff/compared_page_test.cpp
 #include "diff/compared_page.h"
 
 #include <map>

@@ -1,4 +1,3 @@
-// Test: tests/tool/diff/page_difference_test.cpp
 #include "diff/container_ids.h"
 
 #include <set>

@@ -42,17 +42,17 @@ CComparedPages comparePages(const CDiffOptions& options) {
   return pages;
 }
 
-std::string reportText(const CComparedPages& pages, const std::string& format, bool color) {
+std::string reportText(const CComparedPages& pages, const std::string& format, bool colour) {
   if (format == "json") return jsonReport(pages);
-  return format == "html" ? htmlReport(pages) : textReport(pages, color);
+  return format == "html" ? htmlReport(pages) : textReport(pages, colour);
 }
 
 int runDiff(const CDiffOptions& options) {
   const CComparedPages pages = comparePages(options);
   const bool toFile = !options.outputFile.empty() && options.outputFile != "-";
-  const bool color =
-      useColor(options.output, STDOUT_FILENO) && (!toFile || options.output.color == "always");
-  const std::string report = reportText(pages, options.format, color);
+  const bool colour =
+      useColour(options.output, STDOUT_FILENO) && (!toFile || options.output.colour == "always");
+  const std::string report = reportText(pages, options.format, colour);
   if (toFile) {
     writeFile(options.outputFile, report);
   } else if (!options.output.quiet) {

@@ -1,4 +1,3 @@
-// Test: tests/tool/diff/difference_report_test.cpp
 #include "diff/difference_report.h"
 
 #include <json/writer.h>
@@ -91,12 +90,12 @@ std::string countText(std::size_t count) {
 
 }  // namespace
 
-std::string textReport(const CComparedPages& pages, bool color) {
+std::string textReport(const CComparedPages& pages, bool colour) {
   std::string text;
   for (const CDifference& difference : pages.differences) {
     const std::string place = placeOf(difference, pages).Text() + ':';
-    text += styled(place, styleBold, color) + ' ' + entryText(difference) + ": " +
-            styled(changeText(difference), styleOf(difference.kind), color) + '\n';
+    text += styled(place, styleBold, colour) + ' ' + entryText(difference) + ": " +
+            styled(changeText(difference), styleOf(difference.kind), colour) + '\n';
   }
   return text;
 }

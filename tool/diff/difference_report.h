@@ -17,7 +17,7 @@ struct CComparedPages {
 };
 
 /// One line for each difference, beginning with its place; empty when there is none.
-std::string textReport(const CComparedPages& pages, bool color);
+std::string textReport(const CComparedPages& pages, bool colour);
 
 /// The differences as JSON.
 std::string jsonReport(const CComparedPages& pages);

@@ -1,4 +1,3 @@
-// Test: tests/tool/diff/difference_text_test.cpp
 #include "diff/difference_text.h"
 
 #include <json/writer.h>

@@ -1,4 +1,3 @@
-// Test: tests/tool/diff/entry_matching_test.cpp
 #include "diff/entry_matching.h"
 
 #include <json/writer.h>

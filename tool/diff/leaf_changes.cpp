@@ -1,4 +1,3 @@
-// Test: tests/tool/diff/leaf_changes_test.cpp
 #include "diff/leaf_changes.h"
 
 #include <algorithm>

@@ -1,6 +1,5 @@
 // Walks two resolved pages side by side. Entries of Contents are compared as elements, with words
 // for what authors look for: places, sizes, colours, texts. All other members are compared as JSON.
-// Test: tests/tool/diff/page_difference_test.cpp
 #include "diff/page_difference.h"
 
 #include <algorithm>

@@ -1,5 +1,4 @@
 // The anchors of a patience diff: they cut a long comparison into short ones.
-// Test: tests/tool/diff/unique_anchors_test.cpp
 #include "diff/unique_anchors.h"
 
 #include <algorithm>

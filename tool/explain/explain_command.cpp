@@ -33,7 +33,7 @@ int runExplain(const CExplainOptions& options) {
   if (options.json) {
     writeStandardOutput(jsoncpp_string::toString(explanationJson(explanation)) + '\n');
   } else {
-    writeStandardOutput(explanationText(explanation, useColor(options.output, STDOUT_FILENO)));
+    writeStandardOutput(explanationText(explanation, useColour(options.output, STDOUT_FILENO)));
   }
   return code;
 }

@@ -54,7 +54,7 @@ CExplanation explain(CPageRunner& page, unsigned pass, const std::string& values
                      const CJsonPointer& pointer);
 
 /// The explanation as text of at most `mostLines` lines, each with its line end.
-std::string explanationText(const CExplanation& explanation, bool color);
+std::string explanationText(const CExplanation& explanation, bool colour);
 constexpr std::size_t mostLines = 25;
 
 /// All of the explanation as one JSON object.

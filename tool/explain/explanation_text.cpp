@@ -117,16 +117,16 @@ void addLimited(const std::string& label, const CLines& texts, std::size_t room,
 }
 
 /// The label of each line in cyan.
-std::string colored(const std::string& text, bool color) {
+std::string coloured(const std::string& text, bool colour) {
   const std::size_t begin = text.find_first_not_of(' ');
   const std::size_t end = std::min(text.find(' ', begin), text.size());
-  return text.substr(0, begin) + styled(text.substr(begin, end - begin), styleCyan, color) +
+  return text.substr(0, begin) + styled(text.substr(begin, end - begin), styleCyan, colour) +
          text.substr(end);
 }
 
 }  // namespace
 
-std::string explanationText(const CExplanation& explanation, bool color) {
+std::string explanationText(const CExplanation& explanation, bool colour) {
   CLines lines;
   addPlace(explanation, lines);
   if (!explanation.end.empty() && !explanation.exception) {
@@ -146,8 +146,8 @@ std::string explanationText(const CExplanation& explanation, bool color) {
   const std::size_t forMessages = std::min(messages.size(), std::max<std::size_t>(room / 2, 1));
   addLimited("token", tokens, room - forMessages, lines);
   addLimited("message", messages, mostLines - 1 - lines.size(), lines);
-  std::string text = styled(oneLine(explanation.answer), styleBold, color) + '\n';
-  for (const std::string& each : lines) text += colored(oneLine(each), color) + '\n';
+  std::string text = styled(oneLine(explanation.answer), styleBold, colour) + '\n';
+  for (const std::string& each : lines) text += coloured(oneLine(each), colour) + '\n';
   return text;
 }
 

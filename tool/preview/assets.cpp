@@ -1,4 +1,3 @@
-// Test: tests/tool/preview/assets_test.cpp
 #include "preview/assets.h"
 
 #include <algorithm>

@@ -1,4 +1,3 @@
-// Test: tests/tool/preview/bounds_arithmetic_test.cpp
 #include "preview/bounds_arithmetic.h"
 
 #include <cstddef>

@@ -1,4 +1,3 @@
-// Test: tests/tool/preview/bounds_probe_test.cpp
 #include "preview/bounds_probe.h"
 
 #include <string>

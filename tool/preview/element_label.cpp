@@ -1,4 +1,3 @@
-// Test: tests/tool/preview/page_elements_test.cpp
 #include "preview/element_label.h"
 
 #include <cstddef>

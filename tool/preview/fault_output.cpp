@@ -23,7 +23,7 @@ void printFaults(const std::vector<CFault>& faults, const COutputOptions& option
   CCheckReport report;
   report.faults = faults;
   if (options.quiet) report = report.OnlyErrors();
-  std::cerr << textReport(report, useColor(options, STDERR_FILENO)) << std::flush;
+  std::cerr << textReport(report, useColour(options, STDERR_FILENO)) << std::flush;
 }
 
 }  // namespace ttr

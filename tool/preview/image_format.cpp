@@ -1,4 +1,3 @@
-// Test: tests/tool/preview/image_format_test.cpp
 #include "preview/image_format.h"
 
 #include <cstddef>

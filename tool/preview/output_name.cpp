@@ -1,4 +1,3 @@
-// Test: tests/tool/preview/output_name_test.cpp
 #include "preview/output_name.h"
 
 #include <algorithm>

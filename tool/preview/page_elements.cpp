@@ -1,4 +1,3 @@
-// Test: tests/tool/preview/page_elements_test.cpp
 #include "preview/page_elements.h"
 
 #include <optional>

@@ -1,6 +1,5 @@
 // A resolved page as an SVG document: the screen, the shapes on it, the margin around it, and what
 // has no place in the picture below it.
-// Test: tests/tool/preview/picture_test.cpp
 #include "preview/picture.h"
 
 #include <algorithm>

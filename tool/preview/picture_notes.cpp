@@ -1,4 +1,3 @@
-// Test: tests/tool/preview/picture_test.cpp
 #include "preview/picture_notes.h"
 
 #include <algorithm>

@@ -1,4 +1,3 @@
-// Test: tests/tool/preview/preview_test.cpp
 #include "preview/preview.h"
 
 #include <algorithm>

@@ -1,6 +1,5 @@
 // Runs rsvg-convert without a shell. Its standard streams are files without a name, so that neither
 // side ever waits for the other.
-// Test: tests/tool/preview/preview_test.cpp
 #include "preview/rsvg.h"
 
 #include <spawn.h>

@@ -1,6 +1,5 @@
 // Boxes with what is in them. A box has its first colour; one with texts only has a tint of it, as
 // the texts are written in that colour.
-// Test: tests/tool/preview/picture_test.cpp
 #include "preview/shape_painter.h"
 
 #include <algorithm>

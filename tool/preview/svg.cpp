@@ -1,4 +1,3 @@
-// Test: tests/tool/preview/picture_test.cpp
 #include "preview/svg.h"
 
 #include "test/xml_text.h"

@@ -1,6 +1,5 @@
 // Where texts break, without knowing the font: letters count as 0.58 of their size wide, which is
 // a little more than those of common sans serif fonts are on average.
-// Test: tests/tool/preview/text_layout_test.cpp
 #include "preview/text_layout.h"
 
 #include <algorithm>

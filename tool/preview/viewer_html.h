@@ -5,7 +5,7 @@
 
 namespace ttr {
 
-/// The text of viewer/viewer.html, which is part of the program.
+/// The page made of the files in viewer, which is part of the program.
 std::string viewerHtml();
 
 }  // namespace ttr

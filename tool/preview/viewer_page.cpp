@@ -1,5 +1,4 @@
-// The data that the script in viewer/viewer.html shows, and the page that holds both.
-// Test: tests/tool/preview/viewer_page_test.cpp
+// The data that the scripts in viewer show, and the page that holds both.
 #include "preview/viewer_page.h"
 
 #include <json/value.h>

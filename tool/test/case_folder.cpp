@@ -1,6 +1,5 @@
 // A case is a folder: template.json, resolved with values.json and options, must give expected.json
 // and write expected.err. The pages are resolved in the folder, so that their includes start there.
-// Test: tests/tool/test/case_folder_test.cpp
 #include "test/case_folder.h"
 
 #include <json/reader.h>

@@ -28,17 +28,17 @@ struct CTestOptions {
 int runTest(const CTestOptions& options) {
   const std::vector<std::string> folders = findCases(options.directory);
   if (folders.empty()) throw CToolError(options.directory, "no folder with a template.json in it");
-  const bool color = useColor(options.output, STDOUT_FILENO);
+  const bool colour = useColour(options.output, STDOUT_FILENO);
   const bool silent = options.junit == "-";
   std::vector<CCaseResult> results;
   for (const std::string& folder : folders) {
     results.push_back(options.update ? updateCase(folder) : checkCase(folder));
     const bool error = !results.back().failure.empty();
     if (!silent && (error || !options.output.quiet)) {
-      writeStandardOutput(caseReport(results.back(), color));
+      writeStandardOutput(caseReport(results.back(), colour));
     }
   }
-  if (!silent && !options.output.quiet) writeStandardOutput(summary(results, color));
+  if (!silent && !options.output.quiet) writeStandardOutput(summary(results, colour));
   const std::string report = junitReport(options.directory, results);
   if (options.junit == "-") {
     writeStandardOutput(report);

@@ -1,4 +1,3 @@
-// Test: tests/tool/test/test_report_test.cpp
 #include "test/test_report.h"
 
 #include <algorithm>
@@ -15,14 +14,14 @@ namespace ttr {
 namespace {
 
 /// Lines of a unified diff in the colours that they usually have.
-std::string coloured(const std::string& diff, bool color) {
+std::string coloured(const std::string& diff, bool colour) {
   std::string text;
   std::istringstream lines(diff);
   for (std::string line; std::getline(lines, line);) {
     const char mark = line.empty() ? ' ' : line[0];
-    if (mark == '-') line = styled(line, styleRed, color);
-    if (mark == '+') line = styled(line, styleGreen, color);
-    if (mark == '@') line = styled(line, styleCyan, color);
+    if (mark == '-') line = styled(line, styleRed, colour);
+    if (mark == '+') line = styled(line, styleGreen, colour);
+    if (mark == '@') line = styled(line, styleCyan, colour);
     text += line + '\n';
   }
   return text;
@@ -73,24 +72,24 @@ std::string testcase(const std::string& directory, const CCaseResult& result) {
 
 }  // namespace
 
-std::string caseReport(const CCaseResult& result, bool color) {
+std::string caseReport(const CCaseResult& result, bool colour) {
   std::string text;
   if (failed(result)) {
-    text = styled("FAILED", styleRed, color) + ' ' + result.folder + ": " + result.failure + '\n';
+    text = styled("FAILED", styleRed, colour) + ' ' + result.folder + ": " + result.failure + '\n';
   }
   for (const std::string& file : result.updated) {
-    text += styled("updated", styleYellow, color) + ' ' + file + '\n';
+    text += styled("updated", styleYellow, colour) + ' ' + file + '\n';
   }
-  return text + coloured(result.diff, color);
+  return text + coloured(result.diff, colour);
 }
 
-std::string summary(const std::vector<CCaseResult>& results, bool color) {
+std::string summary(const std::vector<CCaseResult>& results, bool colour) {
   const std::size_t bad = failures(results);
   const std::size_t updated = updates(results);
   const std::string text = (updated == 0 ? "" : std::to_string(updated) + " updated, ") +
                            std::to_string(results.size() - updated - bad) + " passed, " +
                            std::to_string(bad) + " failed";
-  return styled(text, bad == 0 ? styleGreen : styleRed, color) + '\n';
+  return styled(text, bad == 0 ? styleGreen : styleRed, colour) + '\n';
 }
 
 std::string junitReport(const std::string& directory, const std::vector<CCaseResult>& results) {

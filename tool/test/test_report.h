@@ -9,10 +9,10 @@
 namespace ttr {
 
 /// What happened to a case, for people: nothing when it passed.
-std::string caseReport(const CCaseResult& result, bool color);
+std::string caseReport(const CCaseResult& result, bool colour);
 
 /// "7 passed, 1 failed" as a line.
-std::string summary(const std::vector<CCaseResult>& results, bool color);
+std::string summary(const std::vector<CCaseResult>& results, bool colour);
 
 /// The results as a JUnit report, the cases of `directory` as one suite.
 std::string junitReport(const std::string& directory, const std::vector<CCaseResult>& results);

@@ -1,6 +1,5 @@
 // Written here rather than left to `diff`: the alignment is that of `ttr diff`, and a machine
 // without diffutils can run the cases too.
-// Test: tests/tool/test/unified_diff_test.cpp
 #include "test/unified_diff.h"
 
 #include <algorithm>

@@ -1,4 +1,3 @@
-// Test: tests/tool/test/xml_text_test.cpp
 #include "test/xml_text.h"
 
 #include <cstddef>

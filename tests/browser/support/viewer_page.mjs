@@ -9,15 +9,35 @@ import {chromium} from 'playwright-core';
 
 export const root = resolve(dirname(fileURLToPath(import.meta.url)), '../../..');
 const ttr = resolve(root, process.env.TTR || 'build/dev/tool/ttr');
-const viewer = join(root, 'tool/preview/viewer/viewer.html');
+
+/** The page that `ttr preview` writes, as it is run in a directory. */
+function preview(directory, previewArguments, output) {
+  rmSync(output, {force: true});
+  const run = spawnSync(ttr, ['preview', ...previewArguments, '-o', output], {
+    cwd: directory,
+    encoding: 'utf8',
+  });
+  assert.ok(run.status === 0 || run.status === 1, `${ttr}: ${run.error || run.stderr}`);
+  return readFileSync(output, 'utf8');
+}
+
+/** What stands before and after the data in a page of the viewer. */
+function readAroundModel() {
+  const directory = mkdtempSync(join(tmpdir(), 'viewer-'));
+  writeFileSync(join(directory, 'page.json'), '{}');
+  const page = preview(directory, ['page.json'], join(directory, 'preview.html'));
+  rmSync(directory, {recursive: true});
+  const parts = page.split(/(?<=<script type="application\/json" id="model">).*(?=<\/script>)/);
+  assert.equal(parts.length, 2, 'the viewer has one place for its data');
+  return parts;
+}
+
+let aroundModel = null;
 
 /** The viewer around a model, as the tool writes it. */
 export function viewerWith(model) {
-  const data = JSON.stringify(model).replace(/</g, '\\u003c');
-  const script = `<script type="application/json" id="model">${data}</script>`;
-  const [before, after] = readFileSync(viewer, 'utf8').split('<!--MODEL-->');
-  assert.ok(after, 'the viewer has a place for its data');
-  return before + script + after;
+  aroundModel ??= readAroundModel();
+  return aroundModel.join(JSON.stringify(model).replace(/</g, '\\u003c'));
 }
 
 /** The browser of one test file, with the files that its pages are read from. */
@@ -60,13 +80,7 @@ export class TestBrowser {
 
   openPreview(directory, previewArguments, options) {
     const output = join(this.directory, 'preview.html');
-    rmSync(output, {force: true});
-    const run = spawnSync(ttr, ['preview', ...previewArguments, '-o', output], {
-      cwd: directory,
-      encoding: 'utf8',
-    });
-    assert.ok(run.status === 0 || run.status === 1, `${ttr}: ${run.error || run.stderr}`);
-    return this.openText(readFileSync(output, 'utf8'), options);
+    return this.openText(preview(directory, previewArguments, output), options);
   }
 
   openText(html, options) {

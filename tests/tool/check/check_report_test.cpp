@@ -11,7 +11,7 @@
 namespace {
 
 /// A warning in an included file with letters outside ASCII before it, and an error of a page.
-ttr::CCheckReport report() {
+ttr::CCheckReport Report() {
   ttr::CCheckReport report;
   report.pages = {"page.json"};
   ttr::CFault warning;
@@ -35,14 +35,14 @@ ttr::CCheckReport report() {
 }
 
 TEST(CheckReport, OnlyErrorsStay) {
-  const ttr::CCheckReport errors = report().OnlyErrors();
+  const ttr::CCheckReport errors = Report().OnlyErrors();
   ASSERT_EQ(errors.faults.size(), 1U);
   EXPECT_EQ(errors.faults[0].code, "json-syntax");
-  EXPECT_EQ(errors.failures, report().failures);
+  EXPECT_EQ(errors.failures, Report().failures);
 }
 
 TEST(CheckReport, TextIsOneLineForEachFaultAndInclude) {
-  EXPECT_EQ(ttr::textReport(report(), false),
+  EXPECT_EQ(ttr::textReport(Report(), false),
             "my parts/h\xC3\xA4.json:2:12: warning: no token handler for: clok. "
             "(did you mean \"clock\"?) (5 times) [unknown-token]\n"
             "page.json:1:30: note: included from here\n"
@@ -50,7 +50,7 @@ TEST(CheckReport, TextIsOneLineForEachFaultAndInclude) {
 }
 
 TEST(CheckReport, ColoursStandAroundPlaceAndLevel) {
-  const std::string text = ttr::textReport(report(), true);
+  const std::string text = ttr::textReport(Report(), true);
   EXPECT_NE(text.find("\033[1m/srv/page.json:3:1:\033[0m \033[31merror:\033[0m Missing"),
             std::string::npos)
       << text;
@@ -58,7 +58,7 @@ TEST(CheckReport, ColoursStandAroundPlaceAndLevel) {
 }
 
 TEST(CheckReport, JsonTellsEverything) {
-  const Json::Value value = Parse(ttr::jsonReport(report()));
+  const Json::Value value = Parse(ttr::jsonReport(Report()));
   EXPECT_EQ(value["errors"], 1);
   EXPECT_EQ(value["warnings"], 1);
   EXPECT_EQ(value["pages"][0], "page.json");
@@ -75,12 +75,12 @@ TEST(CheckReport, JsonTellsEverything) {
   EXPECT_FALSE(value["faults"][1].isMember("suggestion"));
 }
 
-void expectText(const Json::Value& message) {
+void ExpectText(const Json::Value& message) {
   ASSERT_TRUE(message["text"].isString());
   EXPECT_FALSE(message["text"].asString().empty());
 }
 
-void expectLocation(const Json::Value& location) {
+void ExpectLocation(const Json::Value& location) {
   const Json::Value& physical = location["physicalLocation"];
   ASSERT_TRUE(physical["artifactLocation"]["uri"].isString());
   for (const char* member : {"startLine", "startColumn"}) {
@@ -93,7 +93,7 @@ void expectLocation(const Json::Value& location) {
 }
 
 /// What the standard requires of the parts of a log that this tool writes, and their types.
-void expectLog(const Json::Value& log) {
+void ExpectLog(const Json::Value& log) {
   EXPECT_EQ(log["version"], "2.1.0");
   EXPECT_TRUE(log["$schema"].isString());
   ASSERT_EQ(log["runs"].size(), 1U);
@@ -104,37 +104,37 @@ void expectLog(const Json::Value& log) {
   std::set<std::string> ids;
   for (const Json::Value& rule : driver["rules"]) {
     EXPECT_TRUE(ids.insert(rule["id"].asString()).second) << rule["id"].asString();
-    expectText(rule["shortDescription"]);
+    ExpectText(rule["shortDescription"]);
   }
   for (const Json::Value& result : run["results"]) {
-    expectText(result["message"]);
+    ExpectText(result["message"]);
     EXPECT_TRUE(result["level"] == "error" || result["level"] == "warning");
     EXPECT_GE(result["occurrenceCount"].asInt(), 1);
     ASSERT_TRUE(result["ruleIndex"].isInt());
     EXPECT_EQ(driver["rules"][result["ruleIndex"].asUInt()]["id"], result["ruleId"]);
     ASSERT_EQ(result["locations"].size(), 1U);
-    expectLocation(result["locations"][0]);
+    ExpectLocation(result["locations"][0]);
     for (const Json::Value& related : result["relatedLocations"]) {
-      expectLocation(related);
-      expectText(related["message"]);
+      ExpectLocation(related);
+      ExpectText(related["message"]);
     }
   }
   for (const Json::Value& invocation : run["invocations"]) {
     EXPECT_TRUE(invocation["executionSuccessful"].isBool());  // the only required member
     EXPECT_TRUE(invocation["exitCode"].isInt());
     for (const Json::Value& notification : invocation["toolExecutionNotifications"]) {
-      expectText(notification["message"]);
+      ExpectText(notification["message"]);
     }
   }
 }
 
 TEST(CheckReport, SarifKeepsToTheStandard) {
-  expectLog(Parse(ttr::sarifReport(report(), "1.2.3", 2)));
-  expectLog(Parse(ttr::sarifReport({}, "1.2.3", 0)));
+  ExpectLog(Parse(ttr::sarifReport(Report(), "1.2.3", 2)));
+  ExpectLog(Parse(ttr::sarifReport({}, "1.2.3", 0)));
 }
 
 TEST(CheckReport, SarifPlacesAreUrisAndUtf16Units) {
-  const Json::Value run = Parse(ttr::sarifReport(report(), "1.2.3", 2))["runs"][0];
+  const Json::Value run = Parse(ttr::sarifReport(Report(), "1.2.3", 2))["runs"][0];
   const Json::Value& place = run["results"][0]["locations"][0]["physicalLocation"];
   EXPECT_EQ(place["artifactLocation"]["uri"], "my%20parts/h%C3%A4.json");
   EXPECT_EQ(place["region"]["startColumn"], 9);  // 12 in bytes

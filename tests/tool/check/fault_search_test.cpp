@@ -15,11 +15,11 @@
 
 namespace {
 
-std::string text(const Json::Value& value) {
+std::string Text(const Json::Value& value) {
   return Json::writeString(Json::StreamWriterBuilder(), value);
 }
 
-std::size_t runsOf(const std::string& page) {
+std::size_t RunsOf(const std::string& page) {
   const ttr::CPageFolder folder({{"page.json", page}});
   ttr::CPageRunner runner(folder.Options("page.json"));
   ttr::CFaultList faults;
@@ -30,22 +30,22 @@ std::size_t runsOf(const std::string& page) {
 
 /// Contents of `width` elements, nested `depth` deep at the entry `at` of each level, with
 /// `deepest` as the innermost one.
-Json::Value nested(int depth, Json::ArrayIndex width, Json::ArrayIndex at,
+Json::Value Nested(int depth, Json::ArrayIndex width, Json::ArrayIndex at,
                    const Json::Value& deepest) {
   if (depth == 0) return deepest;
   Json::Value element;
   for (Json::ArrayIndex i = 0; i < width; ++i) element["Contents"][i] = "text";
-  element["Contents"][at] = nested(depth - 1, width, at, deepest);
+  element["Contents"][at] = Nested(depth - 1, width, at, deepest);
   return element;
 }
 
-TEST(FaultSearch, ACleanPageTakesOneRun) { EXPECT_EQ(runsOf(text(nested(3, 20, 7, "clean"))), 1U); }
+TEST(FaultSearch, ACleanPageTakesOneRun) { EXPECT_EQ(RunsOf(Text(Nested(3, 20, 7, "clean"))), 1U); }
 
 TEST(FaultSearch, OneFaultTakesRunsByDepthAndTheLogarithmOfWidth) {
   // Each level: the element without entries, twice; all entries; and two runs for each halving.
   constexpr std::size_t perLevel = 2 + 1 + 2 * 6;
   for (const int depth : {1, 2, 3, 4}) {
-    const std::size_t runs = runsOf(text(nested(depth, 64, 41, "$(none")));
+    const std::size_t runs = RunsOf(Text(Nested(depth, 64, 41, "$(none")));
     EXPECT_LE(runs, 1 + static_cast<std::size_t>(depth) * perLevel) << depth;
     EXPECT_GE(runs, static_cast<std::size_t>(depth) * 6) << depth;
   }
@@ -54,7 +54,7 @@ TEST(FaultSearch, OneFaultTakesRunsByDepthAndTheLogarithmOfWidth) {
 TEST(FaultSearch, ManyFaultsTakeTwoRunsEach) {
   Json::Value page;
   for (Json::ArrayIndex i = 0; i < 64; ++i) page["Contents"][i] = "$(none)";
-  EXPECT_LE(runsOf(text(page)), 3U + 2 * 64);
+  EXPECT_LE(RunsOf(Text(page)), 3U + 2 * 64);
 }
 
 TEST(FaultSearch, TokensThatOneTextEachHasTakeNoRunsOfTheirOwn) {
@@ -62,9 +62,9 @@ TEST(FaultSearch, TokensThatOneTextEachHasTakeNoRunsOfTheirOwn) {
   for (Json::ArrayIndex i = 0; i < 64; ++i) {
     page["Contents"][i] = "a $(none" + std::to_string(i) + ") b";
   }
-  EXPECT_LE(runsOf(text(page)), 4U);
+  EXPECT_LE(RunsOf(Text(page)), 4U);
   page["Contents"][64] = "$(none1)";
-  EXPECT_LE(runsOf(text(page)), 30U) << "two runs for each halving on the way to the two";
+  EXPECT_LE(RunsOf(Text(page)), 30U) << "two runs for each halving on the way to the two";
 }
 
 /// What one random page and its files wrote, and what the search made of it.
@@ -75,7 +75,7 @@ struct CRandomCase {
 };
 
 /// True for lines that the search tells in words of its own, or once for many.
-bool isRetold(const std::string& message) {
+bool IsRetold(const std::string& message) {
   const std::string code = ttr::kindOfMessage(message).code;
   return code == "not-an-object" || code == "no-page-or-contents" || code == "include-depth";
 }
@@ -90,11 +90,11 @@ class CRandomPage {
       values[name] = generator.HandlerValue();
     }
     values["n"] = static_cast<int>(seed % 5);
-    m_folder.Write("page.json", text(generator.Document()));
-    m_folder.Write("values.json", text(values));
+    m_folder.Write("page.json", Text(generator.Document()));
+    m_folder.Write("values.json", Text(values));
     if (!included) return;
-    m_folder.Write("a.json", text(generator.Document()));
-    m_folder.Write("b.json", text(generator.Document()));
+    m_folder.Write("a.json", Text(generator.Document()));
+    m_folder.Write("b.json", Text(generator.Document()));
   }
 
   CRandomCase Case() const {
@@ -103,7 +103,7 @@ class CRandomPage {
     CRandomCase result;
     result.exception = run.exception;
     for (const std::string& message : run.messages) {
-      if (!isRetold(message)) ++result.written[ttr::oneLine(message)];
+      if (!IsRetold(message)) ++result.written[ttr::oneLine(message)];
     }
     for (const ttr::CFault& fault : Faults(runner)) result.found[fault.message] += fault.count;
     return result;
@@ -124,7 +124,7 @@ class CRandomPage {
   ttr::CPageFolder m_folder;
 };
 
-void expectNothingLost(const CRandomCase& one) {
+void ExpectNothingLost(const CRandomCase& one) {
   for (const auto& [message, count] : one.written) {
     const auto found = one.found.find(message);
     const std::size_t times = found == one.found.end() ? 0 : found->second;
@@ -145,7 +145,7 @@ TEST(FaultSearch, WhatRandomPagesWriteIsFoundAsOften) {
   for (std::uint32_t seed = 1; seed <= 150; ++seed) {
     SCOPED_TRACE(seed);
     const CRandomCase one = CRandomPage(seed, seed % 2 == 0).Case();
-    expectNothingLost(one);
+    ExpectNothingLost(one);
     messages += one.written.size();
     if (one.exception) ++exceptions;
   }

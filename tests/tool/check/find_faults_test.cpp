@@ -14,13 +14,13 @@ namespace {
 using CFiles = std::initializer_list<std::pair<std::string, std::string>>;
 
 /// The file name without the folder of the test.
-std::string shortText(const ttr::CPlace& place) {
+std::string ShortText(const ttr::CPlace& place) {
   ttr::CPlace shown = place;
   shown.file = shown.file.substr(shown.file.rfind('/') + 1);
   return shown.Text();
 }
 
-std::vector<ttr::CFault> faultsOf(const CFiles& files, ttr::CPasses passes = {}) {
+std::vector<ttr::CFault> FaultsOf(const CFiles& files, ttr::CPasses passes = {}) {
   const ttr::CPageFolder folder(files);
   ttr::CPageRunner page(folder.Options("page.json"));
   return ttr::findFaults(page, passes);
@@ -28,14 +28,14 @@ std::vector<ttr::CFault> faultsOf(const CFiles& files, ttr::CPasses passes = {})
 
 /// "FILE:LINE:COLUMN POINTER [CODE] xCOUNT < FILE:LINE:COLUMN" with the ways through Includes;
 /// without departures from the schema.
-std::vector<std::string> described(const std::vector<ttr::CFault>& faults) {
+std::vector<std::string> Described(const std::vector<ttr::CFault>& faults) {
   std::vector<std::string> texts;
   for (const ttr::CFault& fault : faults) {
     if (fault.code == "schema") continue;
     std::string text =
-        shortText(fault.place) + ' ' + fault.pointer.Text() + " [" + fault.code + ']';
+        ShortText(fault.place) + ' ' + fault.pointer.Text() + " [" + fault.code + ']';
     if (fault.count > 1) text += " x" + std::to_string(fault.count);
-    for (const ttr::CPlace& from : fault.includedFrom) text += " < " + shortText(from);
+    for (const ttr::CPlace& from : fault.includedFrom) text += " < " + ShortText(from);
     texts.push_back(text);
   }
   return texts;
@@ -44,11 +44,11 @@ std::vector<std::string> described(const std::vector<ttr::CFault>& faults) {
 using CTexts = std::vector<std::string>;
 
 TEST(FindFaults, ACleanPageHasNone) {
-  EXPECT_EQ(described(faultsOf({{"page.json", R"j({"Contents": ["Hello"]})j"}})), CTexts());
+  EXPECT_EQ(Described(FaultsOf({{"page.json", R"j({"Contents": ["Hello"]})j"}})), CTexts());
 }
 
 TEST(FindFaults, AFaultInAnIncludedFileTellsTheWayThere) {
-  const CTexts faults = described(faultsOf({
+  const CTexts faults = Described(FaultsOf({
       {"page.json", "{\"Contents\": [\n  {\"Include\": {\"Filename\": \"a.json\"}}]}"},
       {"a.json",
        "{\"Page\": {\"Contents\": [\"x\", {\"Contents\": [\n"
@@ -60,7 +60,7 @@ TEST(FindFaults, AFaultInAnIncludedFileTellsTheWayThere) {
 }
 
 TEST(FindFaults, AFileThatIsIncludedTwiceCountsTwice) {
-  const CTexts faults = described(faultsOf({
+  const CTexts faults = Described(FaultsOf({
       {"page.json", R"j({"Contents": [{"Include": {"Filename": "a.json"}}, "x",
                         {"Include": {"Filename": "a.json"}}]})j"},
       {"a.json", R"j({"Contents": ["$(none)"]})j"},
@@ -69,7 +69,7 @@ TEST(FindFaults, AFileThatIsIncludedTwiceCountsTwice) {
 }
 
 TEST(FindFaults, EachFileOfALoopedIncludeIsLookedInto) {
-  const CTexts faults = described(faultsOf({
+  const CTexts faults = Described(FaultsOf({
       {"page.json", R"j({"Contents": [{"Loop": {"List": "a,b,c,a,d,e", "Value": "v",
          "Layout": [[[0,0],[0,0],[0,0],[0,0],[0,0],[0,0]]],
          "Contents": [{"Include": {"Filename": "$(v).json"}}]}}]})j"},
@@ -88,14 +88,14 @@ TEST(FindFaults, EachFileOfALoopedIncludeIsLookedInto) {
 
 TEST(FindFaults, AFileThatCannotBeReadIsToldAtItsName) {
   const std::vector<ttr::CFault> faults =
-      faultsOf({{"page.json", R"j({"Contents": [{"Include": {"Filename": "no.json"}}]})j"}});
-  EXPECT_EQ(described(faults),
+      FaultsOf({{"page.json", R"j({"Contents": [{"Include": {"Filename": "no.json"}}]})j"}});
+  EXPECT_EQ(Described(faults),
             (CTexts{"page.json:1:40 /Contents/0/Include/Filename [not-included]"}));
   EXPECT_EQ(faults.at(0).message, "not included: no.json: No such file or directory");
 }
 
 TEST(FindFaults, AnArrayAsIncludedFileIsToldThereWithItsException) {
-  EXPECT_EQ(described(faultsOf({{"page.json", R"j({"Contents": [{"Include": {"Filename":
+  EXPECT_EQ(Described(FaultsOf({{"page.json", R"j({"Contents": [{"Include": {"Filename":
                                   "a.json"}}, "$(none)"]})j"},
                                 {"a.json", "[1]"}})),
             (CTexts{"page.json:2:48 /Contents/1 [unknown-token]",
@@ -104,12 +104,12 @@ TEST(FindFaults, AnArrayAsIncludedFileIsToldThereWithItsException) {
 }
 
 TEST(FindFaults, ACycleIsToldOnceWithItsChain) {
-  const std::vector<ttr::CFault> faults = faultsOf({
+  const std::vector<ttr::CFault> faults = FaultsOf({
       {"page.json", R"j({"Contents": ["$(none)", {"Include": {"Filename": "a.json"}}]})j"},
       {"a.json", R"j({"Contents": [{"Include": {"Filename": "b.json"}}, "$(nine)"]})j"},
       {"b.json", R"j({"Contents": [{"Include": {"Filename": "a.json"}}]})j"},
   });
-  EXPECT_EQ(described(faults),
+  EXPECT_EQ(Described(faults),
             (CTexts{"page.json:1:16 /Contents/0 [unknown-token]",
                     "a.json:1:53 /Contents/1 [unknown-token] x6 < page.json:1:51",
                     "b.json:1:40 /Contents/0/Include/Filename [include-cycle] < a.json:1:40 < "
@@ -118,7 +118,7 @@ TEST(FindFaults, ACycleIsToldOnceWithItsChain) {
 }
 
 TEST(FindFaults, ARecursionThatEndsByItselfIsNoFault) {
-  const CTexts faults = described(faultsOf({
+  const CTexts faults = Described(FaultsOf({
       {"page.json", R"({"Contents": [{"Context": {"d": 3}, "Include": {"Filename": "a.json"}}]})"},
       {"a.json", R"j({"Contents": [{"If": {"Condition": "$(d)", "Contents": ["$(nine)",
                      {"Context": {"d": "$(d-1)", "e": "$(none)"}, "Include": {"Filename": "a.json"}}]}}]})j"},
@@ -131,7 +131,7 @@ TEST(FindFaults, ARecursionThatEndsByItselfIsNoFault) {
 }
 
 TEST(FindFaults, OfAContextAndItsUseTheUseIsBlamed) {
-  const CTexts faults = described(faultsOf({
+  const CTexts faults = Described(FaultsOf({
       {"page.json", R"j({"Contents": [{"Context": {"w": "$(gap)"}, "Prec": ["$(w)"]}]})j"},
       {"values.json", R"({"gap": "5px"})"},
   }));
@@ -139,7 +139,7 @@ TEST(FindFaults, OfAContextAndItsUseTheUseIsBlamed) {
 }
 
 TEST(FindFaults, ATextIsBlamedAlsoWhenThePageEndsInAnExceptionWithoutIt) {
-  const CTexts faults = described(faultsOf({
+  const CTexts faults = Described(FaultsOf({
       {"page.json",
        R"j({"Contents": [{"If": {"Condition": 99999999999, "Equals": "$(x)", "==": 5}}]})j"},
   }));
@@ -147,7 +147,7 @@ TEST(FindFaults, ATextIsBlamedAlsoWhenThePageEndsInAnExceptionWithoutIt) {
 }
 
 TEST(FindFaults, CopiesOfALoopCount) {
-  const CTexts faults = described(faultsOf({{"page.json", R"j({"Contents": [{"Loop": {
+  const CTexts faults = Described(FaultsOf({{"page.json", R"j({"Contents": [{"Loop": {
       "Start": 0, "Size": 5, "Layout": [[[0,0],[0,0],[0,0],[0,0],[0,0]]],
       "Contents": [{"Contents": ["$(none)"]}]}}]
 })j"}}));
@@ -156,7 +156,7 @@ TEST(FindFaults, CopiesOfALoopCount) {
 }
 
 TEST(FindFaults, TheSameTextAtSeveralPlacesIsSeveralFaults) {
-  const CTexts faults = described(faultsOf({{"page.json", R"j({"Contents": [
+  const CTexts faults = Described(FaultsOf({{"page.json", R"j({"Contents": [
     {"Display": ["red", "#FFF", "red"]}, {"Display": ["red"], "Prec": ["red"]}]})j"}}));
   EXPECT_EQ(faults, (CTexts{"page.json:2:19 /Contents/0/Display/0 [not-a-colour-word]",
                             "page.json:2:26 /Contents/0/Display/1 [not-a-colour]",
@@ -166,7 +166,7 @@ TEST(FindFaults, TheSameTextAtSeveralPlacesIsSeveralFaults) {
 }
 
 TEST(FindFaults, WhatLiesBehindExceptionsIsFoundToo) {
-  const CTexts faults = described(faultsOf({{"page.json", R"j({"Contents": [
+  const CTexts faults = Described(FaultsOf({{"page.json", R"j({"Contents": [
     "$(a)", "$(n/0)", {"Bounds": {"x": 1}, "Display": ["$(b)"], "Contents": ["$(c)"]},
     {"Play": ["$(n/0)", "$(d/0)", "$(n/0)"]}]})j"},
                                             {"values.json", R"j({"n": 1})j"}}));
@@ -185,9 +185,9 @@ TEST(FindFaults, AllPassesAreLookedAtOnDemand) {
                                          "Bounds": [], "Contents": [{"Prec": ["$(v)"]}]}}]
 })j"}};
   const CTexts expected = {"page.json:2:79 /Contents/0/Loop/Contents/0/Prec/0 [not-an-integer]"};
-  EXPECT_EQ(described(faultsOf(files, {1, 3})), expected);
-  EXPECT_EQ(described(faultsOf(files, {1, 1})), expected) << "the second entry";
-  EXPECT_EQ(described(faultsOf(files, {2, 2})), CTexts());
+  EXPECT_EQ(Described(FaultsOf(files, {1, 3})), expected);
+  EXPECT_EQ(Described(FaultsOf(files, {1, 1})), expected) << "the second entry";
+  EXPECT_EQ(Described(FaultsOf(files, {2, 2})), CTexts());
 }
 
 TEST(FindFaults, LikePassesCountWithoutASearchOfTheirOwn) {
@@ -196,8 +196,8 @@ TEST(FindFaults, LikePassesCountWithoutASearchOfTheirOwn) {
       {"If": {"Condition": "$(v)", "Equals": "a", "Contents": ["$(no)"]}},
       {"If": {"Condition": "$(v)", "NotEquals": "a", "Contents": ["$(no)"]}}]}}]})j"}};
   const std::string at = "/Contents/0/Loop/Contents/";
-  EXPECT_EQ(described(faultsOf(files, {1, 1})).size(), 1U);
-  EXPECT_EQ(described(faultsOf(files, {1, 7})),
+  EXPECT_EQ(Described(FaultsOf(files, {1, 1})).size(), 1U);
+  EXPECT_EQ(Described(FaultsOf(files, {1, 7})),
             (CTexts{"page.json:3:65 " + at + "0/If/Contents/0 [unknown-token] x3",
                     "page.json:4:68 " + at + "1/If/Contents/0 [unknown-token] x4"}));
 }
@@ -208,19 +208,19 @@ TEST(FindFaults, WhatTheLibraryDoesNotLookAtTellsTheWayThereToo) {
       {"a.json", R"({"Contents": [{"Include": {"Filename": "b.json"}}]})"},
       {"b.json", R"({"Contents": [{"Display": "#FF0000FF", "Bonds": []}]})"},
   };
-  const std::vector<ttr::CFault> faults = faultsOf(files);
+  const std::vector<ttr::CFault> faults = FaultsOf(files);
   ASSERT_EQ(faults.size(), 2U);
   EXPECT_EQ(faults[0].code, "schema");
   EXPECT_EQ(faults[1].code, "unknown-member");
   for (const ttr::CFault& fault : faults) {
     ASSERT_EQ(fault.includedFrom.size(), 2U) << fault.code;
-    EXPECT_EQ(shortText(fault.includedFrom[0]), "a.json:1:40");
-    EXPECT_EQ(shortText(fault.includedFrom[1]), "page.json:1:40");
+    EXPECT_EQ(ShortText(fault.includedFrom[0]), "a.json:1:40");
+    EXPECT_EQ(ShortText(fault.includedFrom[1]), "page.json:1:40");
   }
 }
 
 TEST(FindFaults, TheWayToAFileIsKnownAlsoBehindAnException) {
-  const CTexts faults = described(faultsOf({
+  const CTexts faults = Described(FaultsOf({
       {"page.json", R"j({"Contents": ["$(n/0)", {"Include": {"Filename": "a.json"}}]})j"},
       {"a.json", R"j({"Contents": ["$(no)", {"Bonds": []}]})j"},
       {"values.json", R"({"n": 1})"},
@@ -231,7 +231,7 @@ TEST(FindFaults, TheWayToAFileIsKnownAlsoBehindAnException) {
 
 TEST(FindFaults, AnExceptionIsToldInTheWordsOfTheSchema) {
   const std::vector<ttr::CFault> faults =
-      faultsOf({{"page.json", R"j({"Contents": [{"If": [1]}, "$(n/0)"]})j"},
+      FaultsOf({{"page.json", R"j({"Contents": [{"If": [1]}, "$(n/0)"]})j"},
                 {"values.json", R"({"n": 1})"}});
   ASSERT_EQ(faults.size(), 2U);
   EXPECT_EQ(faults[0].code, "exception");
@@ -242,12 +242,12 @@ TEST(FindFaults, AnExceptionIsToldInTheWordsOfTheSchema) {
 }
 
 TEST(FindFaults, UnknownTokensAndMembersComeWithSuggestions) {
-  const std::vector<ttr::CFault> faults = faultsOf({
+  const std::vector<ttr::CFault> faults = FaultsOf({
       {"page.json",
        R"j({"Contents": [{"Bonds": [0, 0, 1, 1], "Contents": ["at $(clok.time)"]}]})j"},
       {"values.json", R"j({"clock": {"time": "12:00"}})j"},
   });
-  EXPECT_EQ(described(faults), (CTexts{"page.json:1:16 /Contents/0/Bonds [unknown-member]",
+  EXPECT_EQ(Described(faults), (CTexts{"page.json:1:16 /Contents/0/Bonds [unknown-member]",
                                        "page.json:1:56 /Contents/0/Contents/0 [unknown-token]"}));
   EXPECT_EQ(faults.at(0).message, "unknown member \"Bonds\"");
   EXPECT_EQ(faults.at(0).suggestion, "did you mean \"Bounds\"?");
@@ -257,13 +257,13 @@ TEST(FindFaults, UnknownTokensAndMembersComeWithSuggestions) {
 }
 
 TEST(FindFaults, TheSchemaSpeaksWhereTheLibraryIsSilent) {
-  const std::vector<ttr::CFault> faults = faultsOf({
+  const std::vector<ttr::CFault> faults = FaultsOf({
       {"page.json", R"({"Contents": [{"Display": "#FF0000FF", "Prec": {"a": 1}}]})"},
   });
   ASSERT_EQ(faults.size(), 2U);
   EXPECT_EQ(faults[0].code, "schema");
   EXPECT_EQ(faults[0].pointer.Text(), "/Contents/0/Display");
-  EXPECT_EQ(shortText(faults[0].place), "page.json:1:27");
+  EXPECT_EQ(ShortText(faults[0].place), "page.json:1:27");
   EXPECT_EQ(faults[1].code, "prec-not-array") << "and is not repeated by the schema";
 }
 

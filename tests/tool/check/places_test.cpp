@@ -22,7 +22,7 @@ struct CCase {
   std::vector<std::string> faults;  ///< "LINE:COLUMN POINTER [CODE]", with "xCOUNT" above 1
 };
 
-std::string described(const ttr::CFault& fault) {
+std::string Described(const ttr::CFault& fault) {
   std::string text = std::to_string(fault.place.line) + ':' + std::to_string(fault.place.column) +
                      ' ' + fault.pointer.Text() + " [" + fault.code + ']';
   if (fault.count > 1) text += " x" + std::to_string(fault.count);
@@ -30,7 +30,7 @@ std::string described(const ttr::CFault& fault) {
 }
 
 /// Without departures from the schema, which have tests of their own.
-std::vector<std::string> faultsOf(const std::string& page) {
+std::vector<std::string> FaultsOf(const std::string& page) {
   const ttr::CPageFolder folder({{"page.json", page}, {"values.json", values}});
   ttr::CPageOptions options = folder.Options("page.json");
   options.page = "page.json";
@@ -39,17 +39,17 @@ std::vector<std::string> faultsOf(const std::string& page) {
   ttr::CPageRunner runner(options);
   std::vector<std::string> faults;
   for (const ttr::CFault& fault : ttr::findFaults(runner, {})) {
-    if (fault.code != "schema") faults.push_back(described(fault));
+    if (fault.code != "schema") faults.push_back(Described(fault));
   }
   return faults;
 }
 
-void expectFaults(const std::vector<CCase>& cases) {
-  for (const CCase& one : cases) EXPECT_EQ(faultsOf(one.page), one.faults) << one.page;
+void ExpectFaults(const std::vector<CCase>& cases) {
+  for (const CCase& one : cases) EXPECT_EQ(FaultsOf(one.page), one.faults) << one.page;
 }
 
 TEST(FaultPlaces, DocumentsAndContents) {
-  expectFaults({
+  ExpectFaults({
       {R"({"Contents": ["One" "Two"]})", {"1:21  [json-syntax]"}},
       {R"(null)", {"1:1  [no-page-or-contents]", "1:1  [not-an-object]"}},
       {R"([1])", {"1:1  [exception]", "1:1  [not-an-object]"}},
@@ -69,7 +69,7 @@ TEST(FaultPlaces, DocumentsAndContents) {
 }
 
 TEST(FaultPlaces, Includes) {
-  expectFaults({
+  ExpectFaults({
       {R"({"Contents": [{"Include": {}}]})", {"1:27 /Contents/0/Include [include-without-file]"}},
       {R"({"Contents": [{"Include": null}]})", {"1:27 /Contents/0/Include [include-without-file]"}},
       {R"j({"Contents": [{"Include": []}, "$(no)"]})j",
@@ -87,7 +87,7 @@ TEST(FaultPlaces, Includes) {
 }
 
 TEST(FaultPlaces, ContextBoundsAndColours) {
-  expectFaults({
+  ExpectFaults({
       {R"({"Contents": [{"Context": "x"}]})",
        {"1:27 /Contents/0/Context [context-not-object]",
         "1:27 /Contents/0/Context [context-not-in-force]"}},
@@ -119,7 +119,7 @@ TEST(FaultPlaces, ContextBoundsAndColours) {
 }
 
 TEST(FaultPlaces, Conditions) {
-  expectFaults({
+  ExpectFaults({
       {R"({"Contents": [{"If": {"Equals": 1}}]})", {"1:22 /Contents/0/If [invalid-condition]"}},
       {R"({"Contents": [{"If": null}]})", {"1:22 /Contents/0/If [invalid-condition]"}},
       {R"({"Contents": [{"If": {"Condition": "soon", "<": 5}}]})",
@@ -144,7 +144,7 @@ TEST(FaultPlaces, Conditions) {
 }
 
 TEST(FaultPlaces, Loops) {
-  expectFaults({
+  ExpectFaults({
       {R"({"Contents": [{"Loop": {"Size": 4}}]})", {"1:24 /Contents/0/Loop [loop-without-start]"}},
       {R"j({"Contents": [{"Loop": {"List": "$(n)"}}]})j",
        {"1:33 /Contents/0/Loop/List [loop-without-start]"}},
@@ -183,7 +183,7 @@ TEST(FaultPlaces, Loops) {
 }
 
 TEST(FaultPlaces, Tokens) {
-  expectFaults({
+  ExpectFaults({
       {R"j({"Contents": ["a $(bass.left)!", "$(list[page2.row])", )j"
        R"j("$(n+page2.step)", "x$(n", "$(list[row])", "$(n+step)", "$(n/0)", )j"
        R"j("$(gap+1)"]})j",
@@ -211,7 +211,7 @@ TEST(FaultPlaces, IncludesThatNestTooDeepWithoutACycle) {
   ttr::CPageRunner page(folder.Options("page.json"));
   const std::vector<ttr::CFault> faults = ttr::findFaults(page, {});
   ASSERT_EQ(faults.size(), 1U);
-  EXPECT_EQ(described(faults[0]), "1:40 /Contents/0/Include/Filename [include-depth]");
+  EXPECT_EQ(Described(faults[0]), "1:40 /Contents/0/Include/Filename [include-depth]");
   EXPECT_EQ(faults[0].place.file.substr(faults[0].place.file.rfind('/')), "/11");
   EXPECT_EQ(faults[0].includedFrom.size(), 11U);
 }

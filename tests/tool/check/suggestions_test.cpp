@@ -50,7 +50,7 @@ TEST(Suggestions, ATokenIsComparedByAsManyPartsAsTheNameHas) {
   EXPECT_EQ(ttr::tokenSuggestion("CTemplateStack::BoundsSet: preconditions.", names), "");
 }
 
-std::vector<std::string> misspelt(const std::string& document) {
+std::vector<std::string> Misspelt(const std::string& document) {
   std::vector<std::string> found;
   for (const ttr::CMisspeltMember& member : ttr::misspeltMembers(Parse(document))) {
     found.push_back(member.pointer.Text() + " " + member.meant);
@@ -79,7 +79,7 @@ TEST(Suggestions, MisspeltMembersAreFoundInTheirContext) {
       {R"({"Contents": [{"Loop": {"CellHight": 1, "Contents": [{"Prec ": 1}]}}]})",
        {"/Contents/0/Loop/CellHight CellHeight", "/Contents/0/Loop/Contents/0/Prec  Prec"}},
   };
-  for (const auto& one : cases) EXPECT_EQ(misspelt(one.document), one.found) << one.document;
+  for (const auto& one : cases) EXPECT_EQ(Misspelt(one.document), one.found) << one.document;
 }
 
 TEST(Suggestions, OtherUnknownMembersAreLegal) {
@@ -89,7 +89,7 @@ TEST(Suggestions, OtherUnknownMembersAreLegal) {
         R"({"Contents": [{"Content": [], "Contents": []}]})",
         R"({"Contents": [["Bonds"], {"Loop": 5}, {"If": []}, {"Include": "x"}, null]})",
         R"({"Contents": "Bonds"})", "[1]", "null"}) {
-    EXPECT_EQ(misspelt(document), std::vector<std::string>()) << document;
+    EXPECT_EQ(Misspelt(document), std::vector<std::string>()) << document;
   }
 }
 

@@ -19,58 +19,58 @@ namespace {
 using CPairs = std::vector<CAlignedPair>;
 
 /// Equal characters are the same; a small and a capital letter are similar.
-int likenessOf(char left, char right) {
+int LikenessOf(char left, char right) {
   if (left == right) return scoreOfSame;
   return (left ^ right) == ('a' ^ 'A') ? 30 : 0;
 }
 
-CPairs alignTexts(const std::string& left, const std::string& right) {
+CPairs AlignTexts(const std::string& left, const std::string& right) {
   return align(left.size(), right.size(), [&](std::size_t leftAt, std::size_t rightAt) {
-    return likenessOf(left[leftAt], right[rightAt]);
+    return LikenessOf(left[leftAt], right[rightAt]);
   });
 }
 
 TEST(Alignment, PairsWhatIsTheSame) {
-  EXPECT_EQ(alignTexts("abc", "abc"), (CPairs{{0, 0}, {1, 1}, {2, 2}}));
-  EXPECT_EQ(alignTexts("abc", "xabc"), (CPairs{{0, 1}, {1, 2}, {2, 3}}));
-  EXPECT_EQ(alignTexts("abc", "ac"), (CPairs{{0, 0}, {2, 1}}));
-  EXPECT_EQ(alignTexts("abcd", "axyd"), (CPairs{{0, 0}, {3, 3}}));
+  EXPECT_EQ(AlignTexts("abc", "abc"), (CPairs{{0, 0}, {1, 1}, {2, 2}}));
+  EXPECT_EQ(AlignTexts("abc", "xabc"), (CPairs{{0, 1}, {1, 2}, {2, 3}}));
+  EXPECT_EQ(AlignTexts("abc", "ac"), (CPairs{{0, 0}, {2, 1}}));
+  EXPECT_EQ(AlignTexts("abcd", "axyd"), (CPairs{{0, 0}, {3, 3}}));
 }
 
 TEST(Alignment, PairsWhatIsSimilarWhereNothingIsTheSame) {
-  EXPECT_EQ(alignTexts("aBc", "xabc"), (CPairs{{0, 1}, {1, 2}, {2, 3}}));
-  EXPECT_EQ(alignTexts("Ab", "ab"), (CPairs{{0, 0}, {1, 1}}));
-  EXPECT_EQ(alignTexts("A", "xay"), (CPairs{{0, 1}}));
-  EXPECT_EQ(alignTexts("A", "xaay"), (CPairs{{0, 1}}));
+  EXPECT_EQ(AlignTexts("aBc", "xabc"), (CPairs{{0, 1}, {1, 2}, {2, 3}}));
+  EXPECT_EQ(AlignTexts("Ab", "ab"), (CPairs{{0, 0}, {1, 1}}));
+  EXPECT_EQ(AlignTexts("A", "xay"), (CPairs{{0, 1}}));
+  EXPECT_EQ(AlignTexts("A", "xaay"), (CPairs{{0, 1}}));
 }
 
 TEST(Alignment, OfNothingIsEmpty) {
-  EXPECT_EQ(alignTexts("", ""), CPairs());
-  EXPECT_EQ(alignTexts("abc", ""), CPairs());
-  EXPECT_EQ(alignTexts("", "abc"), CPairs());
-  EXPECT_EQ(alignTexts("abc", "xyz"), CPairs());
+  EXPECT_EQ(AlignTexts("", ""), CPairs());
+  EXPECT_EQ(AlignTexts("abc", ""), CPairs());
+  EXPECT_EQ(AlignTexts("", "abc"), CPairs());
+  EXPECT_EQ(AlignTexts("abc", "xyz"), CPairs());
 }
 
-int scoreOf(const CPairs& pairs, const std::string& left, const std::string& right) {
+int ScoreOf(const CPairs& pairs, const std::string& left, const std::string& right) {
   int score = 0;
-  for (const CAlignedPair& pair : pairs) score += likenessOf(left[pair.left], right[pair.right]);
+  for (const CAlignedPair& pair : pairs) score += LikenessOf(left[pair.left], right[pair.right]);
   return score;
 }
 
 /// The best score, found by trying everything.
-int bestScore(const std::string& left, const std::string& right) {
+int BestScore(const std::string& left, const std::string& right) {
   std::vector<std::vector<int>> best(left.size() + 1, std::vector<int>(right.size() + 1, 0));
   for (std::size_t row = 1; row <= left.size(); ++row) {
     for (std::size_t column = 1; column <= right.size(); ++column) {
       best[row][column] =
           std::max({best[row - 1][column], best[row][column - 1],
-                    best[row - 1][column - 1] + likenessOf(left[row - 1], right[column - 1])});
+                    best[row - 1][column - 1] + LikenessOf(left[row - 1], right[column - 1])});
     }
   }
   return best.back().back();
 }
 
-std::string randomText(std::mt19937& random) {
+std::string RandomText(std::mt19937& random) {
   std::string text(random() % 12, ' ');
   for (char& character : text) character = "abcdABCD"[random() % 8];
   return text;
@@ -79,15 +79,15 @@ std::string randomText(std::mt19937& random) {
 TEST(Alignment, IsInOrderAndTheBest) {
   std::mt19937 random(1);
   for (int round = 0; round < 2000; ++round) {
-    const std::string left = randomText(random);
-    const std::string right = randomText(random);
+    const std::string left = RandomText(random);
+    const std::string right = RandomText(random);
     SCOPED_TRACE(left + " / " + right);
-    const CPairs pairs = alignTexts(left, right);
+    const CPairs pairs = AlignTexts(left, right);
     for (std::size_t at = 1; at < pairs.size(); ++at) {
       ASSERT_LT(pairs[at - 1].left, pairs[at].left);
       ASSERT_LT(pairs[at - 1].right, pairs[at].right);
     }
-    ASSERT_EQ(scoreOf(pairs, left, right), bestScore(left, right));
+    ASSERT_EQ(ScoreOf(pairs, left, right), BestScore(left, right));
   }
 }
 

@@ -12,7 +12,7 @@ namespace ttr {
 namespace {
 
 /// Line and column of what `page` has at `pointer`.
-std::string placeOf(const CComparedPage& page, const std::string& pointer) {
+std::string PlaceOf(const CComparedPage& page, const std::string& pointer) {
   const CPlace place = page.placeOf(CJsonPointer::Parse(pointer));
   return place.file.substr(place.file.rfind('/') + 1) + ':' + std::to_string(place.line) + ':' +
          std::to_string(place.column);
@@ -30,11 +30,11 @@ TEST(ComparedPage, IsResolvedAndKnowsItsTemplate) {
             Parse(R"({"Contents": [{"Contents": [{"RenderType": 3, "Contents": ["a"]},
                                                  {"RenderType": 3, "Contents": ["b"]}]},
                                    {"Contents": ["In"]}]})"));
-  EXPECT_EQ(placeOf(page, "/Contents/0/Contents/1/Contents/0"), "page.json:3:49");
-  EXPECT_EQ(placeOf(page, "/Contents/0/Contents/1/Bounds/0"), "page.json:3:18");
-  EXPECT_EQ(placeOf(page, "/Contents/1"), "page.json:4:3");
-  EXPECT_EQ(placeOf(page, "/Contents/1/Contents/0"), "part.json:2:3");
-  EXPECT_EQ(placeOf(page, ""), "page.json:1:1");
+  EXPECT_EQ(PlaceOf(page, "/Contents/0/Contents/1/Contents/0"), "page.json:3:49");
+  EXPECT_EQ(PlaceOf(page, "/Contents/0/Contents/1/Bounds/0"), "page.json:3:18");
+  EXPECT_EQ(PlaceOf(page, "/Contents/1"), "page.json:4:3");
+  EXPECT_EQ(PlaceOf(page, "/Contents/1/Contents/0"), "part.json:2:3");
+  EXPECT_EQ(PlaceOf(page, ""), "page.json:1:1");
 }
 
 TEST(ComparedPage, CannotBeWhatHasNoResult) {
@@ -80,7 +80,7 @@ TEST(ComparedPage, ThatWasResolvedBeforeStaysAsItIs) {
                             {"array.json", "[]"}});
   const CComparedPage page = readResolvedPage(folder.path() + "/result.json");
   EXPECT_EQ(page.document, Parse(R"({"Contents": [{"Bounds": ["5%"]}]})"));
-  EXPECT_EQ(placeOf(page, "/Contents/0"), "result.json:2:2");
+  EXPECT_EQ(PlaceOf(page, "/Contents/0"), "result.json:2:2");
   EXPECT_THROW(readResolvedPage(folder.path() + "/bad.json"), CToolError);
   EXPECT_THROW(readResolvedPage(folder.path() + "/array.json"), CToolError);
 }

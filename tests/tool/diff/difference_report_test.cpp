@@ -9,12 +9,12 @@
 namespace ttr {
 namespace {
 
-CComparedPage pageOf(const std::string& name, const std::string& json) {
+CComparedPage PageOf(const std::string& name, const std::string& json) {
   return {name, Parse(json), [name](const CJsonPointer&) { return CPlace{name, 3, 7}; }, {}};
 }
 
-CComparedPages pagesOf(const std::string& before, const std::string& after) {
-  CComparedPages pages{pageOf("a.json", before), pageOf("b.json", after), {}};
+CComparedPages PagesOf(const std::string& before, const std::string& after) {
+  CComparedPages pages{PageOf("a.json", before), PageOf("b.json", after), {}};
   pages.differences = pageDifferences({pages.before.document, pages.before.templates},
                                       {pages.after.document, pages.after.templates});
   return pages;
@@ -22,22 +22,22 @@ CComparedPages pagesOf(const std::string& before, const std::string& after) {
 
 TEST(DifferenceReport, AsTextHasAPlaceInThePageThatHasTheEntry) {
   EXPECT_EQ(
-      textReport(pagesOf(R"({"Contents": ["A", "B"]})", R"({"Contents": ["B", "C"]})"), false),
+      textReport(PagesOf(R"({"Contents": ["A", "B"]})", R"({"Contents": ["B", "C"]})"), false),
       "a.json:3:7: /Contents/0 \"A\": removed\nb.json:3:7: /Contents/1 \"C\": added\n");
 }
 
 TEST(DifferenceReport, AsTextIsEmptyForEqualPages) {
-  EXPECT_EQ(textReport(pagesOf("{}", "{}"), true), "");
+  EXPECT_EQ(textReport(PagesOf("{}", "{}"), true), "");
 }
 
 TEST(DifferenceReport, AsTextCanBeColoured) {
-  EXPECT_EQ(textReport(pagesOf(R"({"Contents": []})", R"({"Contents": ["C"]})"), true),
+  EXPECT_EQ(textReport(PagesOf(R"({"Contents": []})", R"({"Contents": ["C"]})"), true),
             "\033[1mb.json:3:7:\033[0m /Contents/0 \"C\": \033[32madded\033[0m\n");
 }
 
 TEST(DifferenceReport, AsJsonHoldsAllThatIsKnown) {
   const Json::Value report =
-      Parse(jsonReport(pagesOf(R"({"Contents": ["A", {"Display": [1], "Contents": ["Label"]}]})",
+      Parse(jsonReport(PagesOf(R"({"Contents": ["A", {"Display": [1], "Contents": ["Label"]}]})",
                                R"({"Contents": [{"Display": [2], "Contents": ["Label"]}]})")));
   EXPECT_EQ(report["before"], "a.json");
   EXPECT_EQ(report["after"], "b.json");
@@ -53,25 +53,25 @@ TEST(DifferenceReport, AsJsonHoldsAllThatIsKnown) {
 }
 
 TEST(DifferenceReport, AsJsonIsADocumentForEqualPages) {
-  EXPECT_EQ(Parse(jsonReport(pagesOf("{}", "{}"))),
+  EXPECT_EQ(Parse(jsonReport(PagesOf("{}", "{}"))),
             Parse(R"({"before": "a.json", "after": "b.json", "differences": []})"));
 }
 
 TEST(DifferenceReport, AsHtmlEscapesWhatPagesHold) {
   const std::string html =
-      htmlReport(pagesOf(R"({"Contents": ["A"]})", R"({"Contents": ["<script>&\u0001"]})"));
+      htmlReport(PagesOf(R"({"Contents": ["A"]})", R"({"Contents": ["<script>&\u0001"]})"));
   EXPECT_EQ(html.find("<script"), std::string::npos);
   EXPECT_NE(html.find("&lt;script&gt;&amp;"), std::string::npos);
   EXPECT_NE(html.find("<p>1 difference</p>"), std::string::npos);
 }
 
 TEST(DifferenceReport, AsHtmlShowsColours) {
-  const std::string html = htmlReport(pagesOf(R"({"Contents": [{"Display": [4294901760]}]})",
+  const std::string html = htmlReport(PagesOf(R"({"Contents": [{"Display": [4294901760]}]})",
                                               R"({"Contents": [{"Display": [4278255360]}]})"));
   EXPECT_NE(html.find("style=\"background: #FF0000FF\""), std::string::npos);
   EXPECT_NE(html.find("style=\"background: #00FF00FF\""), std::string::npos);
   const std::string added =
-      htmlReport(pagesOf(R"({"Contents": [{}]})", R"({"Contents": [{"Display": [4278255360]}]})"));
+      htmlReport(PagesOf(R"({"Contents": [{}]})", R"({"Contents": [{"Display": [4278255360]}]})"));
   EXPECT_NE(added.find("(Display/0) <span class=\"swatch\" style=\"background: #00FF00FF\""),
             std::string::npos);
 }

@@ -7,7 +7,7 @@
 namespace ttr {
 namespace {
 
-CDifference labelled(const std::string& label) {
+CDifference Labelled(const std::string& label) {
   CDifference difference;
   difference.before = CJsonPointer::Parse("/Contents/1");
   difference.after = CJsonPointer::Parse("/Contents/2");
@@ -16,24 +16,24 @@ CDifference labelled(const std::string& label) {
 }
 
 TEST(DifferenceText, NamesEntriesByPointerAndLabel) {
-  EXPECT_EQ(entryText(labelled("")), "/Contents/2");
-  EXPECT_EQ(entryText(labelled("Gate \"B7\"\n\x1B[31m")),
+  EXPECT_EQ(entryText(Labelled("")), "/Contents/2");
+  EXPECT_EQ(entryText(Labelled("Gate \"B7\"\n\x1B[31m")),
             "/Contents/2 \"Gate \\\"B7\\\"\\n\\u001b[31m\"");
-  CDifference removed = labelled("");
+  CDifference removed = Labelled("");
   removed.after.reset();
   EXPECT_EQ(entryText(removed), "/Contents/1");
 }
 
 TEST(DifferenceText, CutsLongLabelsBetweenCharacters) {
   const std::string full(40, 'x');
-  EXPECT_EQ(entryText(labelled(full)), "/Contents/2 \"" + full + '"');
-  EXPECT_EQ(entryText(labelled(full + 'y')), "/Contents/2 \"" + full + "...\"");
+  EXPECT_EQ(entryText(Labelled(full)), "/Contents/2 \"" + full + '"');
+  EXPECT_EQ(entryText(Labelled(full + 'y')), "/Contents/2 \"" + full + "...\"");
   const std::string cut(39, 'x');
-  EXPECT_EQ(entryText(labelled(cut + "\xC3\xA9y")), "/Contents/2 \"" + cut + "...\"");
+  EXPECT_EQ(entryText(Labelled(cut + "\xC3\xA9y")), "/Contents/2 \"" + cut + "...\"");
 }
 
 TEST(DifferenceText, CountsOneElementInside) {
-  CDifference moved = labelled("");
+  CDifference moved = Labelled("");
   moved.kind = CDifference::kindMoved;
   moved.from = Json::Value(Json::arrayValue);
   moved.from->append(1);

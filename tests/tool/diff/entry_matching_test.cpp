@@ -9,7 +9,7 @@
 namespace ttr {
 namespace {
 
-CTemplateEntries templatesOf(const Json::Value& entries) {
+CTemplateEntries TemplatesOf(const Json::Value& entries) {
   CTemplateEntries templates;
   for (const Json::Value& entry : entries) {
     const CJsonPointer pointer = CJsonPointer() / templates.size();
@@ -19,11 +19,11 @@ CTemplateEntries templatesOf(const Json::Value& entries) {
 }
 
 /// The pairs as "0-0 1-2"; the templates are those that the entries were made from.
-std::string matches(const std::string& before, const std::string& after,
+std::string Matches(const std::string& before, const std::string& after,
                     const std::string& templatesBefore = "[]",
                     const std::string& templatesAfter = "[]") {
-  const CTemplateEntries leftTemplates = templatesOf(Parse(templatesBefore));
-  const CTemplateEntries rightTemplates = templatesOf(Parse(templatesAfter));
+  const CTemplateEntries leftTemplates = TemplatesOf(Parse(templatesBefore));
+  const CTemplateEntries rightTemplates = TemplatesOf(Parse(templatesAfter));
   std::string text;
   const Json::Value left = Parse(before);
   const Json::Value right = Parse(after);
@@ -36,12 +36,12 @@ std::string matches(const std::string& before, const std::string& after,
 }
 
 TEST(EntryMatching, SeesThatAnEntryWasInserted) {
-  EXPECT_EQ(matches(R"([{"a": 1}, {"b": 2}])", R"([{"a": 1}, {"x": 0}, {"b": 2}])"), "0-0 1-2");
-  EXPECT_EQ(matches(R"(["A", "B"])", R"(["X", "A", "B"])"), "0-1 1-2");
+  EXPECT_EQ(Matches(R"([{"a": 1}, {"b": 2}])", R"([{"a": 1}, {"x": 0}, {"b": 2}])"), "0-0 1-2");
+  EXPECT_EQ(Matches(R"(["A", "B"])", R"(["X", "A", "B"])"), "0-1 1-2");
 }
 
 TEST(EntryMatching, KnowsElementsThatMovedByTheirText) {
-  EXPECT_EQ(matches(R"([{"Bounds": [0, 0, 9, 9], "Contents": ["Ely"]},
+  EXPECT_EQ(Matches(R"([{"Bounds": [0, 0, 9, 9], "Contents": ["Ely"]},
                         {"Bounds": [0, 9, 9, 9], "Contents": ["Diss"]}])",
                     R"([{"Bounds": [0, 0, 9, 9], "Contents": ["Bury"]},
                         {"Bounds": [0, 9, 9, 9], "Contents": ["Ely"]},
@@ -50,29 +50,29 @@ TEST(EntryMatching, KnowsElementsThatMovedByTheirText) {
 }
 
 TEST(EntryMatching, KnowsElementsWithoutTextByTheirPlace) {
-  EXPECT_EQ(matches(R"([{"Bounds": [0, 0, 9, 9], "Display": [1]}])",
+  EXPECT_EQ(Matches(R"([{"Bounds": [0, 0, 9, 9], "Display": [1]}])",
                     R"([{"Bounds": [5, 5, 5, 5], "Display": [1]},
                         {"Bounds": [0, 0, 9, 9], "Display": [2]}])"),
             "0-1");
 }
 
 TEST(EntryMatching, PairsTheRestByPosition) {
-  EXPECT_EQ(matches(R"(["A", {"a": 1}, "Z"])", R"(["B", {"b": 1}, "Y"])"), "0-0 1-1 2-2");
+  EXPECT_EQ(Matches(R"(["A", {"a": 1}, "Z"])", R"(["B", {"b": 1}, "Y"])"), "0-0 1-1 2-2");
 }
 
 TEST(EntryMatching, LetsNullTakeTheSameEntrysPlace) {
-  EXPECT_EQ(matches(R"(["A", null, "C"])", R"(["A", {"a": 1}, "C"])"), "0-0 1-1 2-2");
-  EXPECT_EQ(matches(R"([null, "C"])", R"(["B", null, "C"])"), "0-1 1-2");
+  EXPECT_EQ(Matches(R"(["A", null, "C"])", R"(["A", {"a": 1}, "C"])"), "0-0 1-1 2-2");
+  EXPECT_EQ(Matches(R"([null, "C"])", R"(["B", null, "C"])"), "0-1 1-2");
 }
 
 TEST(EntryMatching, KnowsNullsByTheirTemplates) {
-  EXPECT_EQ(matches(R"([null, {"Contents": ["b"]}])", R"([{"Contents": ["a"]}, null])",
+  EXPECT_EQ(Matches(R"([null, {"Contents": ["b"]}])", R"([{"Contents": ["a"]}, null])",
                     R"([{"If": {"Condition": 0, "Contents": ["a"]}},
                         {"If": {"Condition": 1, "Contents": ["b"]}}])",
                     R"([{"If": {"Condition": 1, "Contents": ["a"]}},
                         {"If": {"Condition": 0, "Contents": ["b"]}}])"),
             "0-0 1-1");
-  EXPECT_EQ(matches(R"([null, {"Contents": ["b"]}])", R"([{"Contents": ["a"]}, null])",
+  EXPECT_EQ(Matches(R"([null, {"Contents": ["b"]}])", R"([{"Contents": ["a"]}, null])",
                     R"([{"If": {"Condition": 0, "Contents": [{}]}},
                         {"If": {"Condition": 1, "Contents": ["b"]}}])",
                     R"([{"If": {"Condition": 1, "Contents": [{}]}},
@@ -81,13 +81,13 @@ TEST(EntryMatching, KnowsNullsByTheirTemplates) {
 }
 
 TEST(EntryMatching, KnowsNullsByTheTextInTheirTemplates) {
-  EXPECT_EQ(matches(R"([null, {"Contents": ["b"]}])", R"([{"X": 0}, {"Contents": ["a"]}, null])",
+  EXPECT_EQ(Matches(R"([null, {"Contents": ["b"]}])", R"([{"X": 0}, {"Contents": ["a"]}, null])",
                     R"([{"If": {"Condition": 0, "Contents": ["a"]}},
                         {"If": {"Condition": 1, "Contents": ["b"]}}])",
                     R"([{"X": 0}, {"If": {"Condition": 1, "Contents": ["a"]}},
                         {"If": {"Condition": 0, "Contents": ["b"]}}])"),
             "0-1 1-2");
-  EXPECT_EQ(matches("[null]", R"([{"X": 0}, {"Contents": ["In"]}])",
+  EXPECT_EQ(Matches("[null]", R"([{"X": 0}, {"Contents": ["In"]}])",
                     R"([{"Include": {"Filename": "part.json"}}])",
                     R"([{"X": 0}, {"Include": {"Filename": "part.json", "Y": 1}}])"),
             "0-1");
@@ -96,18 +96,18 @@ TEST(EntryMatching, KnowsNullsByTheTextInTheirTemplates) {
 TEST(EntryMatching, KnowsNullsThatShift) {
   const std::string one = R"({"If": {"Condition": 0, "Contents": [{"RenderType": 1}]}})";
   const std::string two = R"({"If": {"Condition": 0, "Contents": [{"RenderType": 2}]}})";
-  EXPECT_EQ(matches("[null, null]", "[null]", '[' + one + ',' + two + ']', '[' + two + ']'), "1-0");
-  EXPECT_EQ(matches("[null]", R"([{"RenderType": 7}, {"Contents": ["b"]}])", '[' + two + ']',
+  EXPECT_EQ(Matches("[null, null]", "[null]", '[' + one + ',' + two + ']', '[' + two + ']'), "1-0");
+  EXPECT_EQ(Matches("[null]", R"([{"RenderType": 7}, {"Contents": ["b"]}])", '[' + two + ']',
                     '[' + one + ',' + two + ']'),
             "0-1");
 }
 
 TEST(EntryMatching, KnowsElementsByTheirTemplates) {
-  EXPECT_EQ(matches(R"([{"Contents": ["A"]}])", R"([{"Contents": ["A"]}, {"Contents": ["B"]}])",
+  EXPECT_EQ(Matches(R"([{"Contents": ["A"]}])", R"([{"Contents": ["A"]}, {"Contents": ["B"]}])",
                     R"j([{"Contents": ["$(x)"]}])j",
                     R"j([{"Contents": ["A"]}, {"Contents": ["$(x)"]}])j"),
             "0-0");
-  EXPECT_EQ(matches(R"([{"Contents": ["A"]}])", R"([{"Contents": ["C"]}, {"Contents": ["B"]}])",
+  EXPECT_EQ(Matches(R"([{"Contents": ["A"]}])", R"([{"Contents": ["C"]}, {"Contents": ["B"]}])",
                     R"j([{"Contents": ["$(x)"]}])j",
                     R"j([{"Contents": ["C"]}, {"Contents": ["$(x)"]}])j"),
             "0-1");
@@ -129,7 +129,7 @@ TEST(EntryMatching, PairsManyChangedElementsInOrder) {
 }
 
 TEST(EntryMatching, NeverPairsAnElementWithAText) {
-  EXPECT_EQ(matches(R"(["A"])", R"([{"Contents": ["A"]}])"), "");
+  EXPECT_EQ(Matches(R"(["A"])", R"([{"Contents": ["A"]}])"), "");
 }
 
 }  // namespace

@@ -11,7 +11,7 @@ namespace ttr {
 namespace {
 
 /// The changes as lines "POINTER: FROM -> TO".
-std::string changes(const std::string& before, const std::string& after) {
+std::string Changes(const std::string& before, const std::string& after) {
   std::string lines;
   for (const CLeafChange& change : leafChanges(Parse(before), Parse(after))) {
     lines += change.pointer.Text() + ": " + (change.from ? jsonText(*change.from) : "nothing") +
@@ -21,25 +21,25 @@ std::string changes(const std::string& before, const std::string& after) {
 }
 
 TEST(LeafChanges, AreNoneBetweenEqualValues) {
-  EXPECT_EQ(changes(R"({"a": [1, {"b": null}]})", R"({"a": [1, {"b": null}]})"), "");
+  EXPECT_EQ(Changes(R"({"a": [1, {"b": null}]})", R"({"a": [1, {"b": null}]})"), "");
 }
 
 TEST(LeafChanges, AreAsDeepInsideAsPossible) {
-  EXPECT_EQ(changes(R"({"a": {"b": 1, "c": [1, 2]}})", R"({"a": {"b": 2, "c": [1, 3]}})"),
+  EXPECT_EQ(Changes(R"({"a": {"b": 1, "c": [1, 2]}})", R"({"a": {"b": 2, "c": [1, 3]}})"),
             "/a/b: 1 -> 2\n/a/c/1: 2 -> 3\n");
 }
 
 TEST(LeafChanges, TellWhatIsOnlyInOneOfThem) {
-  EXPECT_EQ(changes(R"({"a": null, "c": 1})", R"({"b": {"x": 1}, "c": 1})"),
+  EXPECT_EQ(Changes(R"({"a": null, "c": 1})", R"({"b": {"x": 1}, "c": 1})"),
             "/a: null -> nothing\n/b: nothing -> {\"x\":1}\n");
-  EXPECT_EQ(changes("[1, 2]", "[1]"), "/1: 2 -> nothing\n");
-  EXPECT_EQ(changes("[]", "[[]]"), "/0: nothing -> []\n");
+  EXPECT_EQ(Changes("[1, 2]", "[1]"), "/1: 2 -> nothing\n");
+  EXPECT_EQ(Changes("[]", "[[]]"), "/0: nothing -> []\n");
 }
 
 TEST(LeafChanges, OfAnotherTypeAreWhole) {
-  EXPECT_EQ(changes(R"({"a": {"b": 1}})", R"({"a": [1]})"), "/a: {\"b\":1} -> [1]\n");
-  EXPECT_EQ(changes("5", "5.0"), ": 5 -> 5.0\n");
-  EXPECT_EQ(changes("null", "{}"), ": null -> {}\n");
+  EXPECT_EQ(Changes(R"({"a": {"b": 1}})", R"({"a": [1]})"), "/a: {\"b\":1} -> [1]\n");
+  EXPECT_EQ(Changes("5", "5.0"), ": 5 -> 5.0\n");
+  EXPECT_EQ(Changes("null", "{}"), ": null -> {}\n");
 }
 
 }  // namespace

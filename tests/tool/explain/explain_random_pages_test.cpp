@@ -26,7 +26,7 @@ struct CSeen {
   int cells = 0;
 };
 
-void checkBounds(const CElementNode& node, const CExplanation& explanation, CSeen& seen) {
+void CheckBounds(const CElementNode& node, const CExplanation& explanation, CSeen& seen) {
   if (!explanation.bounds) return;
   for (const ttr::CBoundsEntry& entry : explanation.bounds->entries) {
     ++seen.bounds;
@@ -37,7 +37,7 @@ void checkBounds(const CElementNode& node, const CExplanation& explanation, CSee
   EXPECT_EQ(explanation.bounds->result, (*node.result)["Bounds"]);
 }
 
-void checkReplacement(const CElementNode& node, const CExplanation& explanation, CSeen& seen) {
+void CheckReplacement(const CElementNode& node, const CExplanation& explanation, CSeen& seen) {
   if (explanation.ifElement) {
     ++seen.ifs;
     const ttr::CIfExplanation& test = *explanation.ifElement;
@@ -55,7 +55,7 @@ void checkReplacement(const CElementNode& node, const CExplanation& explanation,
   EXPECT_EQ(explanation.loop->why.empty(), copies > 0);
 }
 
-void checkNode(ttr::CPageRunner& page, const CElementNode& node, CSeen& seen) {
+void CheckNode(ttr::CPageRunner& page, const CElementNode& node, CSeen& seen) {
   SCOPED_TRACE(node.pointer.Text());
   const CExplanation explanation = explain(page, 1, "values.json", node.pointer);
   const std::string text = explanationText(explanation, false);
@@ -63,8 +63,8 @@ void checkNode(ttr::CPageRunner& page, const CElementNode& node, CSeen& seen) {
   EXPECT_FALSE(explanation.exception) << text;
   ++seen.elements;
   if (explanation.pointer != node.pointer.Text()) return;  // hidden by a null element
-  checkBounds(node, explanation, seen);
-  checkReplacement(node, explanation, seen);
+  CheckBounds(node, explanation, seen);
+  CheckReplacement(node, explanation, seen);
   if (node.kind != CElementNode::kindText || explanation.tokens.size() != 1) return;
   if (node.origin.value->asString() != explanation.tokens[0].token) return;
   ++seen.texts;
@@ -72,17 +72,17 @@ void checkNode(ttr::CPageRunner& page, const CElementNode& node, CSeen& seen) {
   EXPECT_TRUE(explanation.lowercased || shown == explanation.tokens[0].value) << text;
 }
 
-void checkBelow(ttr::CPageRunner& page, const CElementNode& node, CSeen& seen) {
-  checkNode(page, node, seen);
+void CheckBelow(ttr::CPageRunner& page, const CElementNode& node, CSeen& seen) {
+  CheckNode(page, node, seen);
   for (const CElementNode& child : node.children) {
-    if (child.kind != CElementNode::kindDocument) checkBelow(page, child, seen);
+    if (child.kind != CElementNode::kindDocument) CheckBelow(page, child, seen);
     for (const CElementNode& inner : child.children) {
-      if (child.kind == CElementNode::kindDocument) checkBelow(page, inner, seen);
+      if (child.kind == CElementNode::kindDocument) CheckBelow(page, inner, seen);
     }
   }
 }
 
-void addMessages(ttr::CPageRunner& page, const CElementNode& node,
+void AddMessages(ttr::CPageRunner& page, const CElementNode& node,
                  std::multiset<std::string>& messages) {
   const bool hidden = node.kind != CElementNode::kindDocument && node.IsNull();
   if (node.kind == CElementNode::kindDocument && !node.pointer.empty()) {
@@ -92,13 +92,13 @@ void addMessages(ttr::CPageRunner& page, const CElementNode& node,
     messages.insert(explanation.messages.begin(), explanation.messages.end());
   }
   if (hidden) return;
-  for (const CElementNode& child : node.children) addMessages(page, child, messages);
+  for (const CElementNode& child : node.children) AddMessages(page, child, messages);
 }
 
 /// The pointers of all nodes that are explained on their own.
-void addPointers(const CElementNode& node, std::vector<ttr::CJsonPointer>& pointers) {
+void AddPointers(const CElementNode& node, std::vector<ttr::CJsonPointer>& pointers) {
   pointers.push_back(node.pointer);
-  for (const CElementNode& child : node.children) addPointers(child, pointers);
+  for (const CElementNode& child : node.children) AddPointers(child, pointers);
 }
 
 TEST(ExplainRandomPages, TellsOfPagesThatEndEarlyToo) {
@@ -120,7 +120,7 @@ TEST(ExplainRandomPages, TellsOfPagesThatEndEarlyToo) {
     ASSERT_TRUE(tree.exception());
     if (tree.end() == nullptr) continue;
     std::vector<ttr::CJsonPointer> pointers;
-    addPointers(tree.root(), pointers);
+    AddPointers(tree.root(), pointers);
     for (const ttr::CJsonPointer& pointer : pointers) {
       const CExplanation explanation = explain(runner, 1, "values.json", pointer);
       EXPECT_FALSE(explanation.end.empty());
@@ -150,9 +150,9 @@ TEST(ExplainRandomPages, TellsWhatThePageCameTo) {
     const ttr::CPageRun run = page.Run({}, 1);
     if (run.exception) continue;
     const CElementNode root = elementTree(page, run);
-    checkBelow(page, root, seen);
+    CheckBelow(page, root, seen);
     std::multiset<std::string> told;
-    addMessages(page, root, told);
+    AddMessages(page, root, told);
     EXPECT_EQ(told, std::multiset<std::string>(run.messages.begin(), run.messages.end()));
   }
   EXPECT_GT(seen.elements, 200);

@@ -41,7 +41,7 @@ class CExplained {
 };
 
 /// The answer to an If with these members and values.
-std::string ifAnswer(const std::string& members, const std::string& values = "{}") {
+std::string IfAnswer(const std::string& members, const std::string& values = "{}") {
   CExplained page({{"p.json", R"({"Contents": [{"If": {)" + members + R"(, "Contents": ["A"]}}]})"},
                    {"values.json", values}});
   const std::string answer = page.AnswerAt("/Contents/0");
@@ -50,60 +50,60 @@ std::string ifAnswer(const std::string& members, const std::string& values = "{}
 }
 
 TEST(Explain, IfTellsWhatItsTruthValueIs) {
-  EXPECT_EQ(ifAnswer(R"("Condition": "0")"),
+  EXPECT_EQ(IfAnswer(R"("Condition": "0")"),
             R"(null: its If does not hold: "0" (text) counts as false)");
-  EXPECT_EQ(ifAnswer(R"json("Condition": "$(a.x)")json", R"({"a": {}})"),
+  EXPECT_EQ(IfAnswer(R"json("Condition": "$(a.x)")json", R"({"a": {}})"),
             "null: its If does not hold: null counts as false");
-  EXPECT_EQ(ifAnswer(R"("Condition": 0.5)"),
+  EXPECT_EQ(IfAnswer(R"("Condition": 0.5)"),
             "null: its If does not hold: 0.5 (real) counts as false");
-  EXPECT_EQ(ifAnswer(R"("Condition": "false")"),
+  EXPECT_EQ(IfAnswer(R"("Condition": "false")"),
             R"(an If: its If holds: "false" (text) counts as true)");
-  EXPECT_EQ(ifAnswer(R"("Equals": 1)"), "null: its If does not hold: it has no Condition");
+  EXPECT_EQ(IfAnswer(R"("Equals": 1)"), "null: its If does not hold: it has no Condition");
 }
 
 TEST(Explain, EqualsTellsThatTypesDiffer) {
   const std::string values = R"({"delay": "5", "list": [1, 2, 3], "n": 5})";
-  EXPECT_EQ(ifAnswer(R"json("Condition": "$(delay)", "Equals": 5)json", values),
+  EXPECT_EQ(IfAnswer(R"json("Condition": "$(delay)", "Equals": 5)json", values),
             R"(null: its If does not hold: "5" (text) Equals 5 (integer): )"
             "text never equals integer: use == to compare integers");
-  EXPECT_EQ(ifAnswer(R"json("Condition": "$(n)", "Equals": 5.0)json", values),
+  EXPECT_EQ(IfAnswer(R"json("Condition": "$(n)", "Equals": 5.0)json", values),
             "null: its If does not hold: 5 (integer) Equals 5.0 (real): integer never equals real");
-  EXPECT_EQ(ifAnswer(R"json("Condition": "$(list#)", "Equals": 3)json", values),
+  EXPECT_EQ(IfAnswer(R"json("Condition": "$(list#)", "Equals": 3)json", values),
             "null: its If does not hold: 3 (unsigned count) Equals 3 (integer): a count is "
             "unsigned and equals no number of a page: use ==, or write #+0 for #");
-  EXPECT_EQ(ifAnswer(R"json("Condition": "$(list#+0)", "Equals": 3)json", values),
+  EXPECT_EQ(IfAnswer(R"json("Condition": "$(list#+0)", "Equals": 3)json", values),
             "an If: its If holds: 3 (integer) Equals 3 (integer): both are the same");
-  EXPECT_EQ(ifAnswer(R"json("Condition": "$(n)", "NotEquals": "$(n)")json", values),
+  EXPECT_EQ(IfAnswer(R"json("Condition": "$(n)", "NotEquals": "$(n)")json", values),
             "null: its If does not hold: 5 (integer) NotEquals 5 (integer): both are the same");
-  EXPECT_EQ(ifAnswer(R"json("Condition": "$(n)", "NotEquals": 6)json", values),
+  EXPECT_EQ(IfAnswer(R"json("Condition": "$(n)", "NotEquals": 6)json", values),
             "an If: its If holds: 5 (integer) NotEquals 6 (integer): they differ");
 }
 
 TEST(Explain, EqualsTellsWhatIsInAnArray) {
   const std::string values = R"({"state": "late"})";
   const std::string head = R"(its If does not hold: "late" (text) Equals )";
-  EXPECT_EQ(ifAnswer(R"json("Condition": "$(state)", "Equals": [1, 2])json", values),
+  EXPECT_EQ(IfAnswer(R"json("Condition": "$(state)", "Equals": [1, 2])json", values),
             "null: " + head +
                 "[1,2] (array): it is none of the entries, as none of them is of type text");
-  EXPECT_EQ(ifAnswer(R"json("Condition": "$(state)", "Equals": ["$(state)"])json", values),
+  EXPECT_EQ(IfAnswer(R"json("Condition": "$(state)", "Equals": ["$(state)"])json", values),
             "null: " + head +
                 R"json(["$(state)"] (array): it is none of the entries; )json"
                 "tokens inside an array are not replaced");
-  EXPECT_EQ(ifAnswer(R"json("Condition": "$(state)", "Equals": ["on", "late"])json", values),
+  EXPECT_EQ(IfAnswer(R"json("Condition": "$(state)", "Equals": ["on", "late"])json", values),
             R"(an If: its If holds: "late" (text) Equals ["on","late"] (array): )"
             "it is one of the entries");
 }
 
 TEST(Explain, IntegerComparisonsShowTheIntegers) {
-  EXPECT_EQ(ifAnswer(R"("Condition": "0x10", "<": 16)"),
+  EXPECT_EQ(IfAnswer(R"("Condition": "0x10", "<": 16)"),
             R"(null: its If does not hold: "0x10" (text) < 16 (integer): 16 < 16 is false)");
-  EXPECT_EQ(ifAnswer(R"("Condition": 2.5, "==": "2")"),
+  EXPECT_EQ(IfAnswer(R"("Condition": 2.5, "==": "2")"),
             R"(an If: its If holds: 2.5 (real) == "2" (text): 2 == 2 is true)");
-  EXPECT_EQ(ifAnswer(R"("Condition": 1, ">": 2)"),
+  EXPECT_EQ(IfAnswer(R"("Condition": 1, ">": 2)"),
             "null: its If does not hold: 1 (integer) > 2 (integer): 1 > 2 is false");
-  EXPECT_EQ(ifAnswer(R"("Condition": 7, "!=": "7")"),
+  EXPECT_EQ(IfAnswer(R"("Condition": 7, "!=": "7")"),
             R"(null: its If does not hold: 7 (integer) != "7" (text): 7 != 7 is false)");
-  EXPECT_EQ(ifAnswer(R"("Condition": "late", "!=": null)"),
+  EXPECT_EQ(IfAnswer(R"("Condition": "late", "!=": null)"),
             R"(null: its If does not hold: "late" (text) != null: "late" (text) is no integer, )"
             "and null is no integer");
 }
@@ -357,22 +357,22 @@ TEST(Explain, ARotatingLoopTellsItsIndicesAndPosition) {
 }
 
 /// Why a loop with these members makes no copies.
-std::string emptyLoop(const std::string& members) {
+std::string EmptyLoop(const std::string& members) {
   CExplained page({{"p.json", R"({"Contents": [{"Loop": {)" + members + R"(}}]})"}});
   return page.At("/Contents/0").loop->why;
 }
 
 TEST(Explain, ALoopWithoutCopiesTellsWhy) {
-  EXPECT_EQ(emptyLoop(R"("List": "", "Layout": [[0]], "Contents": ["A"])"), "its List is empty");
-  EXPECT_EQ(emptyLoop(R"json("List": "$(x)", "Layout": [[0]], "Contents": ["A"])json"),
+  EXPECT_EQ(EmptyLoop(R"("List": "", "Layout": [[0]], "Contents": ["A"])"), "its List is empty");
+  EXPECT_EQ(EmptyLoop(R"json("List": "$(x)", "Layout": [[0]], "Contents": ["A"])json"),
             "Unable to determine start value; its List is null");
-  EXPECT_EQ(emptyLoop(R"("List": "a,b", "Start": 7, "Layout": [[0]], "Contents": ["A"])"),
+  EXPECT_EQ(EmptyLoop(R"("List": "a,b", "Start": 7, "Layout": [[0]], "Contents": ["A"])"),
             "'Start' value: 7 must be within range of 'List': 0..1");
-  EXPECT_EQ(emptyLoop(R"("List": "a,b", "Size": 0, "Layout": [[0]], "Contents": ["A"])"),
+  EXPECT_EQ(EmptyLoop(R"("List": "a,b", "Size": 0, "Layout": [[0]], "Contents": ["A"])"),
             "its Size is 0");
-  EXPECT_EQ(emptyLoop(R"("List": "a,b", "Contents": ["A"])"), "Layout array must be present");
-  EXPECT_EQ(emptyLoop(R"("List": "a,b", "Layout": [[0, 0]])"), "it has no Contents");
-  EXPECT_EQ(emptyLoop(R"("List": "a,b", "Layout": [[]], "Contents": ["A"])"),
+  EXPECT_EQ(EmptyLoop(R"("List": "a,b", "Contents": ["A"])"), "Layout array must be present");
+  EXPECT_EQ(EmptyLoop(R"("List": "a,b", "Layout": [[0, 0]])"), "it has no Contents");
+  EXPECT_EQ(EmptyLoop(R"("List": "a,b", "Layout": [[]], "Contents": ["A"])"),
             "too many elements for grid. Remainder discarded");
 }
 

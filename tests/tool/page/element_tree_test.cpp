@@ -10,25 +10,25 @@ using ttr::CElementNode;
 using ttr::CJsonPointer;
 
 /// One line for each node: kind, copy, pointer in the result, template place, "null".
-void print(const CElementNode& node, const std::string& indent, std::string& text) {
+void Print(const CElementNode& node, const std::string& indent, std::string& text) {
   text += indent + ttr::kindName(node.kind) + (node.copy ? " #" + std::to_string(*node.copy) : "");
   text += " " + node.pointer.Text() + " < " + node.origin.pointer.Text();
   text += node.IsNull() ? " null\n" : "\n";
-  for (const CElementNode& child : node.children) print(child, indent + "  ", text);
+  for (const CElementNode& child : node.children) Print(child, indent + "  ", text);
 }
 
-std::string treeOf(const ttr::CPageFolder& folder) {
+std::string TreeOf(const ttr::CPageFolder& folder) {
   ttr::CPageRunner page(folder.Options("p.json"));
   const ttr::CPageRun run = page.Run({}, 1);
   std::string text;
-  print(elementTree(page, run), "", text);
+  Print(elementTree(page, run), "", text);
   return text;
 }
 
 TEST(ElementTree, MirrorsElementsAndEntries) {
   const ttr::CPageFolder folder({{"p.json", R"j({"Page": {"Contents": [
       {"Contents": ["A", 5, null]}, "$(nothing)", {"RenderType": 1}]}})j"}});
-  EXPECT_EQ(treeOf(folder), R"(document  < 
+  EXPECT_EQ(TreeOf(folder), R"(document  < 
   element /Page/Contents/0 < /Page/Contents/0
     text /Page/Contents/0/Contents/0 < /Page/Contents/0/Contents/0
     other /Page/Contents/0/Contents/1 < /Page/Contents/0/Contents/1
@@ -44,7 +44,7 @@ TEST(ElementTree, StepsThroughIfAndLoop) {
       {"Loop": {"Start": 0, "Size": 2, "Layout": [[[0, 0], [0, 9]]], "Contents": ["A", "B"]}},
       {"Loop": {"Start": 0, "Size": 0, "Layout": [[[0, 0]]], "Contents": ["A"]}},
       {"Loop": {"Start": 0, "Size": 9, "Bounds": [0, 0, 1, 1], "Contents": ["A"]}}]})j"}});
-  EXPECT_EQ(treeOf(folder), R"(document  < 
+  EXPECT_EQ(TreeOf(folder), R"(document  < 
   If /Contents/0 < /Contents/0
     text /Contents/0/Contents/0 < /Contents/0/If/Contents/0
   If /Contents/1 < /Contents/1 null
@@ -64,7 +64,7 @@ TEST(ElementTree, StepsIntoIncludedFiles) {
   const ttr::CPageFolder folder(
       {{"p.json", R"j({"Contents": [{"Include": {"Filename": "a.json"}}, {"Include": {}}]})j"},
        {"a.json", R"j({"Page": {"Contents": ["A"]}})j"}});
-  EXPECT_EQ(treeOf(folder), R"(document  < 
+  EXPECT_EQ(TreeOf(folder), R"(document  < 
   Include /Contents/0 < /Contents/0
     document /Contents/0 < 
       text /Contents/0/Page/Contents/0 < /Page/Contents/0

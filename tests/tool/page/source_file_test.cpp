@@ -9,33 +9,33 @@ namespace {
 using ttr::CJsonPointer;
 using ttr::CSourceFile;
 
-std::string placeOf(const CSourceFile& file, const char* pointer) {
+std::string PlaceOf(const CSourceFile& file, const char* pointer) {
   return file.PlaceOf(CJsonPointer::Parse(pointer)).Text();
 }
 
-std::string placeOfName(const CSourceFile& file, const char* pointer) {
+std::string PlaceOfName(const CSourceFile& file, const char* pointer) {
   return file.PlaceOfName(CJsonPointer::Parse(pointer)).Text();
 }
 
 TEST(SourceFile, KnowsWhereValuesStand) {
   const CSourceFile file("p.json", "{\n  \"a\": [1, -2,\n   \"\xc3\xa9\", true],\r\n\"b\" : {}}");
   EXPECT_TRUE(file.errors().empty());
-  EXPECT_EQ(placeOf(file, ""), "p.json:1:1");
-  EXPECT_EQ(placeOf(file, "/a"), "p.json:2:8");
-  EXPECT_EQ(placeOf(file, "/a/1"), "p.json:2:12");
-  EXPECT_EQ(placeOf(file, "/a/3"), "p.json:3:10") << "columns count bytes";
-  EXPECT_EQ(placeOf(file, "/b"), "p.json:4:7");
-  EXPECT_EQ(placeOf(file, "/b/none/deeper"), "p.json:4:7") << "the nearest parent";
+  EXPECT_EQ(PlaceOf(file, ""), "p.json:1:1");
+  EXPECT_EQ(PlaceOf(file, "/a"), "p.json:2:8");
+  EXPECT_EQ(PlaceOf(file, "/a/1"), "p.json:2:12");
+  EXPECT_EQ(PlaceOf(file, "/a/3"), "p.json:3:10") << "columns count bytes";
+  EXPECT_EQ(PlaceOf(file, "/b"), "p.json:4:7");
+  EXPECT_EQ(PlaceOf(file, "/b/none/deeper"), "p.json:4:7") << "the nearest parent";
 }
 
 TEST(SourceFile, KnowsWhereNamesStand) {
   const CSourceFile file("p.json", R"({"a" : 1, "z":/* c */ 3, "l": [ 4]})");
-  EXPECT_EQ(placeOfName(file, ""), "p.json:1:1");
-  EXPECT_EQ(placeOfName(file, "/a"), "p.json:1:2");
-  EXPECT_EQ(placeOfName(file, "/z"), "p.json:1:23") << "a comment in between: the value";
-  EXPECT_EQ(placeOfName(file, "/l/0"), "p.json:1:33");
+  EXPECT_EQ(PlaceOfName(file, ""), "p.json:1:1");
+  EXPECT_EQ(PlaceOfName(file, "/a"), "p.json:1:2");
+  EXPECT_EQ(PlaceOfName(file, "/z"), "p.json:1:23") << "a comment in between: the value";
+  EXPECT_EQ(PlaceOfName(file, "/l/0"), "p.json:1:33");
   const CSourceFile escaped("p.json", R"({"x": 0, "q\"\\": 2})");
-  EXPECT_EQ(placeOfName(escaped, "/q\"\\"), "p.json:1:10");
+  EXPECT_EQ(PlaceOfName(escaped, "/q\"\\"), "p.json:1:10");
 }
 
 TEST(SourceFile, FindsPartsOfStrings) {
@@ -58,8 +58,8 @@ TEST(SourceFile, FindsTheLastOfSeveralParts) {
 
 TEST(SourceFile, AByteOrderMarkCountsAsThreeColumnsOfTheFirstLine) {
   const CSourceFile file("p.json", "\xef\xbb\xbf[5,\n \"$(a)\"]");
-  EXPECT_EQ(placeOf(file, "/0"), "p.json:1:5");
-  EXPECT_EQ(placeOf(file, "/1"), "p.json:2:2");
+  EXPECT_EQ(PlaceOf(file, "/0"), "p.json:1:5");
+  EXPECT_EQ(PlaceOf(file, "/1"), "p.json:2:2");
   EXPECT_EQ(file.PlaceOfPart(CJsonPointer::Parse("/1"), "$(a").Text(), "p.json:2:3");
   const CSourceFile faulty("p.json", "\xef\xbb\xbf[1 2]");
   ASSERT_FALSE(faulty.errors().empty());

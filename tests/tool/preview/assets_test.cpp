@@ -13,7 +13,7 @@ namespace {
 using ttr::CAssets;
 using ttr::CPageFolder;
 
-const std::string png = ttr::pngOf(1);
+const std::string png = ttr::PngOf(1);
 const std::string pngUri =
     "data:image/"
     "png;base64,iVBORw0KGgoAAAANSUhEUgAAAAEAAAABCAIAAAAtY3JjAAAABElEQVRyZXN0LWNyYwAAAABJRU5ELWNyYw="
@@ -29,7 +29,7 @@ TEST(Assets, NamesOfImagesEndSo) {
 }
 
 TEST(Assets, ImageBecomesAUri) {
-  const CPageFolder folder({{"icons/a.png", png}, {"b.jpg", ttr::jpegOf(1)}});
+  const CPageFolder folder({{"icons/a.png", png}, {"b.jpg", ttr::JpegOf(1)}});
   CAssets assets(folder.path());
   EXPECT_EQ(assets.Find("icons/a.png").dataUri, pngUri);
   EXPECT_EQ(assets.Find("b.jpg").dataUri, "data:image/jpeg;base64,/9j/wAAICAABAAEA/9oAAg==");
@@ -42,7 +42,7 @@ TEST(Assets, LetterCaseDoesNotMatter) {
 }
 
 TEST(Assets, ExactNameWins) {
-  const CPageFolder folder({{"A.png", ttr::jpegOf(1)}, {"a.png", png}});
+  const CPageFolder folder({{"A.png", ttr::JpegOf(1)}, {"a.png", png}});
   CAssets assets(folder.path());
   EXPECT_EQ(assets.Find("a.png").dataUri, pngUri);
 }

@@ -9,21 +9,21 @@ namespace {
 using ttr::isWellFormedImage;
 
 TEST(ImageFormat, IsToldFromTheFirstBytes) {
-  EXPECT_EQ(ttr::mediaType(ttr::pngOf(1)), "image/png");
-  EXPECT_EQ(ttr::mediaType(ttr::jpegOf(1)), "image/jpeg");
+  EXPECT_EQ(ttr::mediaType(ttr::PngOf(1)), "image/png");
+  EXPECT_EQ(ttr::mediaType(ttr::JpegOf(1)), "image/jpeg");
   EXPECT_EQ(ttr::mediaType("BM"), "");
   EXPECT_EQ(ttr::mediaType(""), "");
 }
 
 TEST(ImageFormat, ImagesHaveASize) {
-  EXPECT_TRUE(isWellFormedImage(ttr::pngOf(1)));
-  EXPECT_FALSE(isWellFormedImage(ttr::pngOf(0)));
-  EXPECT_TRUE(isWellFormedImage(ttr::jpegOf(1)));
-  EXPECT_FALSE(isWellFormedImage(ttr::jpegOf(0)));
+  EXPECT_TRUE(isWellFormedImage(ttr::PngOf(1)));
+  EXPECT_FALSE(isWellFormedImage(ttr::PngOf(0)));
+  EXPECT_TRUE(isWellFormedImage(ttr::JpegOf(1)));
+  EXPECT_FALSE(isWellFormedImage(ttr::JpegOf(0)));
 }
 
 TEST(ImageFormat, BeginningsAreNotWellFormed) {
-  for (const std::string& image : {ttr::pngOf(1), ttr::jpegOf(1)}) {
+  for (const std::string& image : {ttr::PngOf(1), ttr::JpegOf(1)}) {
     for (std::size_t size = 0; size < image.size(); ++size) {
       EXPECT_FALSE(isWellFormedImage(image.substr(0, size))) << size;
     }
@@ -31,12 +31,12 @@ TEST(ImageFormat, BeginningsAreNotWellFormed) {
 }
 
 TEST(ImageFormat, PngIsChunksInOrder) {
-  const std::string png = ttr::pngOf(1);
+  const std::string png = ttr::PngOf(1);
   const std::string signature = png.substr(0, 8);
   const std::string header = png.substr(8, 25);
-  const std::string pixels = ttr::pngChunk("IDAT", "rest");
-  const std::string end = ttr::pngChunk("IEND", "");
-  EXPECT_TRUE(isWellFormedImage(signature + header + ttr::pngChunk("tEXt", "x") + pixels + end));
+  const std::string pixels = ttr::PngChunk("IDAT", "rest");
+  const std::string end = ttr::PngChunk("IEND", "");
+  EXPECT_TRUE(isWellFormedImage(signature + header + ttr::PngChunk("tEXt", "x") + pixels + end));
   EXPECT_FALSE(isWellFormedImage(signature + header + end));
   EXPECT_FALSE(isWellFormedImage(signature + pixels + end));
   EXPECT_FALSE(isWellFormedImage(signature + header + header + pixels + end));
@@ -45,7 +45,7 @@ TEST(ImageFormat, PngIsChunksInOrder) {
 }
 
 TEST(ImageFormat, JpegIsSegments) {
-  const std::string jpeg = ttr::jpegOf(1);
+  const std::string jpeg = ttr::JpegOf(1);
   const std::string fill = "\xFF\xFF";
   const std::string table("\xFF\xC4\0\3x", 5);
   EXPECT_TRUE(isWellFormedImage(jpeg.substr(0, 2) + table + fill + jpeg.substr(2)));

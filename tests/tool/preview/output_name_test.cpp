@@ -25,7 +25,7 @@ TEST(OutputName, PlaceholdersAreReplaced) {
   EXPECT_EQ(ttr::outputName("{SIZE}.png", "800x480", 1), "{SIZE}.png");
 }
 
-std::string refusal(const ttr::CPreviewOptions& options) {
+std::string Refusal(const ttr::CPreviewOptions& options) {
   try {
     checkOutputs(options);
   } catch (const ttr::CToolError& error) {
@@ -38,22 +38,22 @@ TEST(OutputName, SeveralPicturesNeedPlaceholders) {
   ttr::CPreviewOptions options;
   options.sizes = {"1x1", "2x2"};
   options.outputs = {"a.png"};
-  EXPECT_EQ(refusal(options),
+  EXPECT_EQ(Refusal(options),
             "a.png: there are several sizes: the name needs {size}, as in page-{size}.png");
   options.outputs = {"a-{size}.png", "a.html"};
-  EXPECT_EQ(refusal(options), "");
+  EXPECT_EQ(Refusal(options), "");
   options.passes = 2;
-  EXPECT_EQ(refusal(options),
+  EXPECT_EQ(Refusal(options),
             "a-{size}.png: there are several passes: the name needs {pass}, as in page-{pass}.png");
   options.outputs = {"a-{size}-{pass}.svg"};
-  EXPECT_EQ(refusal(options), "");
+  EXPECT_EQ(Refusal(options), "");
 }
 
 TEST(OutputName, HtmlHoldsAllPictures) {
   ttr::CPreviewOptions options;
   options.sizes = {"1x1"};
   options.outputs = {"a-{size}.html"};
-  EXPECT_EQ(refusal(options),
+  EXPECT_EQ(Refusal(options),
             "a-{size}.html: an HTML file holds all sizes and passes: no {size}, no {pass}");
 }
 
@@ -62,9 +62,9 @@ TEST(OutputName, StandardOutputIsForOne) {
   options.sizes = {"1x1"};
   options.format = "svg";
   options.outputs = {"-"};
-  EXPECT_EQ(refusal(options), "");
+  EXPECT_EQ(Refusal(options), "");
   options.outputs = {"-", "a.svg"};
-  EXPECT_NE(refusal(options), "");
+  EXPECT_NE(Refusal(options), "");
 }
 
 }  // namespace

@@ -11,7 +11,7 @@ using ttr::CPreviewElement;
 using ttr::CShape;
 
 /// The elements of the page p.json.
-ttr::CPageElements elementsOf(const ttr::CPageFolder& folder) {
+ttr::CPageElements ElementsOf(const ttr::CPageFolder& folder) {
   ttr::CPageRunner page(folder.Options("p.json"));
   const ttr::CPageRun run = page.Run({}, 1);
   const ttr::CElementNode root = elementTree(page, run);
@@ -19,11 +19,11 @@ ttr::CPageElements elementsOf(const ttr::CPageFolder& folder) {
   return pageElements(page, root, probeBounds(page, root, 1), assets);
 }
 
-ttr::CPageElements elementsOf(const std::string& page) {
-  return elementsOf(ttr::CPageFolder({{"p.json", page}}));
+ttr::CPageElements ElementsOf(const std::string& page) {
+  return ElementsOf(ttr::CPageFolder({{"p.json", page}}));
 }
 
-const CPreviewElement& at(const ttr::CPageElements& page, const std::string& pointer) {
+const CPreviewElement& At(const ttr::CPageElements& page, const std::string& pointer) {
   for (const CPreviewElement& element : page.elements) {
     if (element.pointer == pointer) return element;
   }
@@ -32,7 +32,7 @@ const CPreviewElement& at(const ttr::CPageElements& page, const std::string& poi
 }
 
 /// The lines of the note with this heading.
-std::vector<std::string> note(const ttr::CPageElements& page, const std::string& heading) {
+std::vector<std::string> Note(const ttr::CPageElements& page, const std::string& heading) {
   for (const ttr::CNotes& notes : page.scene.notes) {
     if (notes.heading == heading) return notes.lines;
   }
@@ -40,10 +40,10 @@ std::vector<std::string> note(const ttr::CPageElements& page, const std::string&
 }
 
 TEST(PageElements, DescribesAnElement) {
-  const ttr::CPageElements page = elementsOf(R"j({"Contents": [
+  const ttr::CPageElements page = ElementsOf(R"j({"Contents": [
   {"Bounds": [40, 20, "50%", 80], "RenderType": 2, "Display": ["#112233FF"],
    "Contents": ["Welcome"]}]})j");
-  const CPreviewElement& element = at(page, "/Contents/0");
+  const CPreviewElement& element = At(page, "/Contents/0");
   EXPECT_EQ(element.id, 1U);
   EXPECT_EQ(element.parent, 0U);
   EXPECT_EQ(element.kind, "element");
@@ -59,51 +59,51 @@ TEST(PageElements, DescribesAnElement) {
   EXPECT_EQ(shape.box, (CBox{40, 20, 640, 80}));
   EXPECT_EQ(shape.colours, std::vector<std::uint32_t>{0xFF112233});
   EXPECT_EQ(shape.texts, std::vector<std::string>{"Welcome"});
-  EXPECT_EQ(at(page, "/Contents/0/Contents/0").kind, "text");
+  EXPECT_EQ(At(page, "/Contents/0/Contents/0").kind, "text");
 }
 
 TEST(PageElements, NullsAreListedOnceAndNotDrawn) {
-  const ttr::CPageElements page = elementsOf(R"j({"Contents": [
+  const ttr::CPageElements page = ElementsOf(R"j({"Contents": [
       {"Bounds": [0, 0, 9, 9], "If": {"Condition": 0, "Contents": ["A", {"Bounds": [0, 0, 5, 5]}]}},
       null]})j");
   EXPECT_TRUE(page.scene.shapes.empty());
-  EXPECT_TRUE(at(page, "/Contents/0").isNull);
-  const std::vector<std::string> lines = note(page, "Null in the result");
+  EXPECT_TRUE(At(page, "/Contents/0").isNull);
+  const std::vector<std::string> lines = Note(page, "Null in the result");
   ASSERT_EQ(lines.size(), 1U);
   EXPECT_EQ(lines[0].rfind("/Contents/0 · If 0 · ", 0), 0U) << lines[0];
 }
 
 TEST(PageElements, PartsOfPixelsAreCutOff) {
   const ttr::CPageElements page =
-      elementsOf(R"j({"Contents": [{"Bounds": [-10.7, 10.2, 100.9, 50.5]}]})j");
+      ElementsOf(R"j({"Contents": [{"Bounds": [-10.7, 10.2, 100.9, 50.5]}]})j");
   ASSERT_EQ(page.scene.shapes.size(), 1U);
   EXPECT_EQ(page.scene.shapes[0].box, (CBox{-10, 10, 100, 50}));
-  EXPECT_TRUE(note(page, "Bounds that cannot be drawn").empty());
-  EXPECT_EQ(at(page, "/Contents/0").bounds[2], 100);
+  EXPECT_TRUE(Note(page, "Bounds that cannot be drawn").empty());
+  EXPECT_EQ(At(page, "/Contents/0").bounds[2], 100);
 }
 
 TEST(PageElements, BoundsThatAreNoNumbersOfPixelsAreListedAndNotDrawn) {
-  const ttr::CPageElements page = elementsOf(R"j({"Contents": [
+  const ttr::CPageElements page = ElementsOf(R"j({"Contents": [
       {"Bounds": [3e9, 0, 9, 9]}, {"Bounds": [1, 2, 3]}, {"Bounds": []}, {"Bounds": [0, 0, -1, 5]},
       {"Bounds": "wide"}, {"Bounds": [0, 0, 0, 5]}]})j");
   ASSERT_EQ(page.scene.shapes.size(), 1U);
   EXPECT_EQ(page.scene.shapes[0].box, (CBox{0, 0, 0, 5}));
-  EXPECT_EQ(note(page, "Bounds that cannot be drawn").size(), 5U);
-  EXPECT_EQ(note(page, "Without width or height").size(), 1U);
-  EXPECT_TRUE(at(page, "/Contents/0").bounds.isNull());
+  EXPECT_EQ(Note(page, "Bounds that cannot be drawn").size(), 5U);
+  EXPECT_EQ(Note(page, "Without width or height").size(), 1U);
+  EXPECT_TRUE(At(page, "/Contents/0").bounds.isNull());
 }
 
 TEST(PageElements, OffScreenElementsAreMarkedAndListed) {
-  const ttr::CPageElements page = elementsOf(R"j({"Contents": [
+  const ttr::CPageElements page = ElementsOf(R"j({"Contents": [
       {"Bounds": [-1, 0, 9, 9]}, {"Bounds": [1200, 0, 80, 720]}, {"Bounds": [1200, 0, 81, 9]}]})j");
-  EXPECT_TRUE(at(page, "/Contents/0").offScreen);
-  EXPECT_FALSE(at(page, "/Contents/1").offScreen);
-  EXPECT_TRUE(at(page, "/Contents/2").offScreen);
-  EXPECT_EQ(note(page, "Off the screen").size(), 2U);
+  EXPECT_TRUE(At(page, "/Contents/0").offScreen);
+  EXPECT_FALSE(At(page, "/Contents/1").offScreen);
+  EXPECT_TRUE(At(page, "/Contents/2").offScreen);
+  EXPECT_EQ(Note(page, "Off the screen").size(), 2U);
 }
 
 TEST(PageElements, LoopInAContainerIsAContainerWithCells) {
-  const ttr::CPageElements page = elementsOf(R"j({"Contents": [
+  const ttr::CPageElements page = ElementsOf(R"j({"Contents": [
       {"RenderType": 1024, "Bounds": [100, 50, 400, 300], "Contents": [
         {"Loop": {"List": "Ely,Diss", "Value": "town", "CellWidth": 80, "CellHeight": 20,
                   "Layout": [[[0, 0], [0, 25]]], "Contents": ["$(town)", "x.png"]}}]}]})j");
@@ -120,25 +120,25 @@ TEST(PageElements, LoopInAContainerIsAContainerWithCells) {
   EXPECT_EQ(shapes[3].texts, std::vector<std::string>{"Diss"});
   EXPECT_EQ(shapes[5].kind, CShape::kindCell);
   EXPECT_EQ(shapes[5].box, (CBox{100, 75, 80, 20}));
-  EXPECT_EQ(at(page, "/Contents/0/Contents/0").label, "Loop \"Ely,Diss\"");
+  EXPECT_EQ(At(page, "/Contents/0/Contents/0").label, "Loop \"Ely,Diss\"");
 }
 
 TEST(PageElements, ReplacedElementWithBoundsIsAFrame) {
   const ttr::CPageFolder folder(
       {{"p.json", R"({"Contents": [{"Bounds": [5, 6, 7, 8], "Include": {"Filename": "i.json"}}]})"},
        {"i.json", R"({"Contents": [{"Bounds": [1, 1, "100%", 1]}]})"}});
-  const ttr::CPageElements page = elementsOf(folder);
+  const ttr::CPageElements page = ElementsOf(folder);
   ASSERT_EQ(page.scene.shapes.size(), 2U);
   EXPECT_EQ(page.scene.shapes[0].kind, CShape::kindFrame);
   EXPECT_EQ(page.scene.shapes[0].box, (CBox{5, 6, 7, 8}));
-  const CPreviewElement& inner = at(page, "/Contents/0/Contents/0");
+  const CPreviewElement& inner = At(page, "/Contents/0/Contents/0");
   EXPECT_EQ(inner.arithmetic.at(2), "width: 100% of 7 = 7");
   EXPECT_EQ(inner.place.substr(inner.place.rfind("i.json")), "i.json:1:15");
   EXPECT_FALSE(page.elements.at(1).members.isMember("ttr:file"));
 }
 
 TEST(PageElements, MembersOfWrongKindsDoNoHarm) {
-  const ttr::CPageElements page = elementsOf(R"j({"Contents": [
+  const ttr::CPageElements page = ElementsOf(R"j({"Contents": [
       {"Bounds": [0, 0, 5, 5], "Display": {"a": 1}, "RenderType": [1], "Contents": {"b": 2}},
       {"Bounds": [0, 0, 5, 5], "Frame": 7, "Contents": [[1], {"c": 3}, true, 1.5, "$(none)"]}]})j");
   ASSERT_EQ(page.scene.shapes.size(), 2U);

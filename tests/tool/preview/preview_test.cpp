@@ -19,7 +19,7 @@ using ttr::CPreviewOptions;
 constexpr char rotating[] = R"j({"Contents": [{"Loop": {"List": "a,b,c", "Value": "v",
     "Bounds": [], "Contents": [{"Bounds": [1, 2, 30, 40], "Contents": ["$(v)"]}]}}]})j";
 
-CPreviewOptions optionsFor(const ttr::CPageFolder& folder, std::vector<std::string> outputs) {
+CPreviewOptions OptionsFor(const ttr::CPageFolder& folder, std::vector<std::string> outputs) {
   CPreviewOptions options;
   options.page = folder.Options("p.json");
   options.sizes = {"320x200"};
@@ -27,7 +27,7 @@ CPreviewOptions optionsFor(const ttr::CPageFolder& folder, std::vector<std::stri
   return options;
 }
 
-std::string refusal(const CPreviewOptions& options) {
+std::string Refusal(const CPreviewOptions& options) {
   try {
     makePreview(options);
   } catch (const ttr::CToolError& error) {
@@ -39,10 +39,10 @@ std::string refusal(const CPreviewOptions& options) {
 
 TEST(Preview, PassesAreThoseThatTheOutputsNeed) {
   const ttr::CPageFolder folder({{"p.json", rotating}});
-  EXPECT_EQ(makePreview(optionsFor(folder, {"a.svg"})).pictures.size(), 1U);
-  EXPECT_EQ(makePreview(optionsFor(folder, {"a.html"})).pictures.size(), 3U);
-  EXPECT_EQ(makePreview(optionsFor(folder, {"a-{pass}.svg"})).pictures.size(), 3U);
-  CPreviewOptions options = optionsFor(folder, {"a.html"});
+  EXPECT_EQ(makePreview(OptionsFor(folder, {"a.svg"})).pictures.size(), 1U);
+  EXPECT_EQ(makePreview(OptionsFor(folder, {"a.html"})).pictures.size(), 3U);
+  EXPECT_EQ(makePreview(OptionsFor(folder, {"a-{pass}.svg"})).pictures.size(), 3U);
+  CPreviewOptions options = OptionsFor(folder, {"a.html"});
   options.passes = 2;
   options.page.pass = 2;
   const CPreviewModel model = makePreview(options);
@@ -53,7 +53,7 @@ TEST(Preview, PassesAreThoseThatTheOutputsNeed) {
 
 TEST(Preview, FilesAreNamedAfterSizeAndPass) {
   const ttr::CPageFolder folder({{"p.json", rotating}});
-  CPreviewOptions options = optionsFor(folder, {"{size}-{pass}.svg", "all.html"});
+  CPreviewOptions options = OptionsFor(folder, {"{size}-{pass}.svg", "all.html"});
   options.sizes = {"320x200", "64x64"};
   options.passes = 2;
   const std::vector<CPreviewFile> files = renderPreview(makePreview(options), options, "", false);
@@ -65,11 +65,11 @@ TEST(Preview, FilesAreNamedAfterSizeAndPass) {
 
 TEST(Preview, ReasonsTellTheirPlace) {
   const ttr::CPageFolder folder({{"p.json", "{\"Contents\": [\n  1 2]}"}});
-  EXPECT_EQ(refusal(optionsFor(folder, {"a.svg"})).rfind("p.json:2:", 0), 0U)
-      << refusal(optionsFor(folder, {"a.svg"}));
+  EXPECT_EQ(Refusal(OptionsFor(folder, {"a.svg"})).rfind("p.json:2:", 0), 0U)
+      << Refusal(OptionsFor(folder, {"a.svg"}));
   folder.Write("p.json", "{\"Contents\": [\n  {\"Loop\": 5}]}");
-  EXPECT_EQ(refusal(optionsFor(folder, {"a.svg"})).rfind("p.json:2:", 0), 0U)
-      << refusal(optionsFor(folder, {"a.svg"}));
+  EXPECT_EQ(Refusal(OptionsFor(folder, {"a.svg"})).rfind("p.json:2:", 0), 0U)
+      << Refusal(OptionsFor(folder, {"a.svg"}));
 }
 
 TEST(Preview, PassesWithTheSameMessagesTellTheirOwnPlaces) {
@@ -78,7 +78,7 @@ TEST(Preview, PassesWithTheSameMessagesTellTheirOwnPlaces) {
   {"If": {"Condition": "$(v)", "Contents": ["$(no)"]}}]}},
 {"Loop": {"List": "1,0,1,1", "Value": "v", "Bounds": [], "Contents": [
   {"If": {"Condition": "$(v)", "Contents": ["$(no)"]}}]}}]})j"}});
-  const CPreviewModel model = makePreview(optionsFor(folder, {"a.html"}));
+  const CPreviewModel model = makePreview(OptionsFor(folder, {"a.html"}));
   ASSERT_EQ(model.pictures.size(), 4U);
   std::vector<std::size_t> lines;
   for (const ttr::CPreviewPicture& picture : model.pictures) {
@@ -91,7 +91,7 @@ TEST(Preview, PassesWithTheSameMessagesTellTheirOwnPlaces) {
 
 TEST(Preview, OutdatedPicturesBearABanner) {
   const ttr::CPageFolder folder({{"p.json", rotating}});
-  const CPreviewOptions options = optionsFor(folder, {"a.svg"});
+  const CPreviewOptions options = OptionsFor(folder, {"a.svg"});
   const std::string svg =
       renderPreview(makePreview(options), options, "no <JSON>", false).at(0).content;
   EXPECT_NE(svg.find("OUTDATED"), std::string::npos);
@@ -99,7 +99,7 @@ TEST(Preview, OutdatedPicturesBearABanner) {
 }
 
 TEST(Preview, PageThatNeverHadAPictureIsAnEmptyScreen) {
-  const CPreviewOptions options = optionsFor(ttr::CPageFolder({}), {"a.svg", "a.html"});
+  const CPreviewOptions options = OptionsFor(ttr::CPageFolder({}), {"a.svg", "a.html"});
   const std::vector<CPreviewFile> files = renderPreview(CPreviewModel(), options, "why", false);
   ASSERT_EQ(files.size(), 2U);
   EXPECT_NE(files[0].content.find("OUTDATED"), std::string::npos);
@@ -108,7 +108,7 @@ TEST(Preview, PageThatNeverHadAPictureIsAnEmptyScreen) {
 TEST(Preview, NamesTheFilesItWasMadeFrom) {
   const ttr::CPageFolder folder(
       {{"p.json", R"({"Contents": [{"Include": {"Filename": "i.json"}}, "x.png"]})"}});
-  CPreviewOptions options = optionsFor(folder, {"a.svg"});
+  CPreviewOptions options = OptionsFor(folder, {"a.svg"});
   options.assets = folder.path();
   const CPreviewModel model = makePreview(options);
   std::vector<std::string> names;

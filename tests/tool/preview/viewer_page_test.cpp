@@ -9,7 +9,7 @@ namespace {
 constexpr char opening[] = "<script type=\"application/json\" id=\"model\">";
 
 /// The JSON text in a page.
-std::string modelText(const std::string& page) {
+std::string ModelText(const std::string& page) {
   const std::size_t begin = page.find(opening);
   EXPECT_NE(begin, std::string::npos);
   if (begin == std::string::npos) return "";
@@ -17,14 +17,14 @@ std::string modelText(const std::string& page) {
   return page.substr(first, page.find("</script>", first) - first);
 }
 
-Json::Value modelOf(const std::string& page) {
+Json::Value ModelOf(const std::string& page) {
   std::string errors;
-  Json::Value model = jsoncpp_string::toJsonObject(modelText(page), &errors);
+  Json::Value model = jsoncpp_string::toJsonObject(ModelText(page), &errors);
   EXPECT_EQ(errors, "");
   return model;
 }
 
-ttr::CPreviewModel preview() {
+ttr::CPreviewModel Preview() {
   ttr::CPreviewModel preview;
   preview.page = "page.json";
   ttr::CPreviewPicture picture;
@@ -52,7 +52,7 @@ ttr::CPreviewModel preview() {
 }
 
 TEST(ViewerPage, HoldsTheModel) {
-  const Json::Value model = modelOf(viewerPage(preview(), "", false));
+  const Json::Value model = ModelOf(viewerPage(Preview(), "", false));
   EXPECT_EQ(model["page"], "page.json");
   EXPECT_EQ(model["sizes"].size(), 1U);
   EXPECT_EQ(model["passes"].asUInt(), 2U);
@@ -66,13 +66,13 @@ TEST(ViewerPage, HoldsTheModel) {
 }
 
 TEST(ViewerPage, TellsThatItIsOutdatedOrLive) {
-  const Json::Value model = modelOf(viewerPage(preview(), "broken", true));
+  const Json::Value model = ModelOf(viewerPage(Preview(), "broken", true));
   EXPECT_EQ(model["outdated"], "broken");
   EXPECT_TRUE(model["live"].asBool());
 }
 
 TEST(ViewerPage, FaultNamesTheFirstCopyOfTheInnermostElement) {
-  const Json::Value model = modelOf(viewerPage(preview(), "", false));
+  const Json::Value model = ModelOf(viewerPage(Preview(), "", false));
   const Json::Value& fault = model["pictures"][0]["diagnostics"][0];
   EXPECT_EQ(fault["element"].asUInt(), 1U);
   EXPECT_EQ(fault["place"], "page.json:2:9");
@@ -80,18 +80,18 @@ TEST(ViewerPage, FaultNamesTheFirstCopyOfTheInnermostElement) {
 }
 
 TEST(ViewerPage, EveryTagOfManyPicturesIsEscaped) {
-  ttr::CPreviewModel model = preview();
+  ttr::CPreviewModel model = Preview();
   model.pictures[0].svg = "</a><!b></</<!<!";
   model.pictures.resize(40, model.pictures[0]);
-  const std::string text = modelText(viewerPage(model, "", false));
+  const std::string text = ModelText(viewerPage(model, "", false));
   EXPECT_EQ(text.find("</"), std::string::npos);
   EXPECT_EQ(text.find("<!"), std::string::npos);
-  EXPECT_EQ(modelOf(viewerPage(model, "", false))["pictures"][39]["svg"], model.pictures[0].svg);
+  EXPECT_EQ(ModelOf(viewerPage(model, "", false))["pictures"][39]["svg"], model.pictures[0].svg);
 }
 
 TEST(ViewerPage, NothingInTheModelEndsOrBeginsAScript) {
-  const std::string page = viewerPage(preview(), "", false);
-  const std::string text = modelText(page);
+  const std::string page = viewerPage(Preview(), "", false);
+  const std::string text = ModelText(page);
   EXPECT_EQ(text.find("</"), std::string::npos);
   EXPECT_EQ(text.find("<!"), std::string::npos);
   for (const char character : text) EXPECT_GE(character, ' ');

@@ -23,12 +23,12 @@ namespace fs = std::filesystem;
 
 const fs::path source = TTR_SOURCE_DIR;
 
-std::string textOf(const fs::path& path) {
+std::string TextOf(const fs::path& path) {
   std::ifstream file(path, std::ios::binary);
   return {std::istreambuf_iterator<char>(file), {}};
 }
 
-std::vector<std::string> linesOf(const fs::path& path) {
+std::vector<std::string> LinesOf(const fs::path& path) {
   std::vector<std::string> lines;
   std::ifstream file(path);
   for (std::string line; std::getline(file, line);) lines.push_back(line);
@@ -36,7 +36,7 @@ std::vector<std::string> linesOf(const fs::path& path) {
   return lines;
 }
 
-std::vector<std::string> faultsOf(const std::string& page) {
+std::vector<std::string> FaultsOf(const std::string& page) {
   std::vector<std::string> lines;
   for (const ttr::CSchemaFault& fault : ttr::schemaFaults(Parse(page))) {
     lines.push_back(fault.pointer.Text() + ": " + fault.message);
@@ -45,7 +45,7 @@ std::vector<std::string> faultsOf(const std::string& page) {
   return lines;
 }
 
-std::vector<fs::path> filesWith(const std::string& extension, const fs::path& directory) {
+std::vector<fs::path> FilesWith(const std::string& extension, const fs::path& directory) {
   std::vector<fs::path> files;
   for (const fs::directory_entry& entry : fs::directory_iterator(directory)) {
     if (entry.path().extension() == extension) files.push_back(entry.path());
@@ -53,64 +53,64 @@ std::vector<fs::path> filesWith(const std::string& extension, const fs::path& di
   return files;
 }
 
-void addMessages(const Json::Value& schema, std::set<std::string>& messages) {
+void AddMessages(const Json::Value& schema, std::set<std::string>& messages) {
   if (!schema.isObject() && !schema.isArray()) return;
   if (schema.isObject() && schema["errorMessage"].isString()) {
     messages.insert(schema["errorMessage"].asString());
   }
-  for (const Json::Value& part : schema) addMessages(part, messages);
+  for (const Json::Value& part : schema) AddMessages(part, messages);
 }
 
 using Lines = std::vector<std::string>;
 
 TEST(SchemaCheck, FindsWhatIsWrongInTheWrongPages) {
-  const std::vector<fs::path> pages = filesWith(".json", source / "tests/schema/wrong");
+  const std::vector<fs::path> pages = FilesWith(".json", source / "tests/schema/wrong");
   EXPECT_GE(pages.size(), 25U);
   for (const fs::path& page : pages) {
     SCOPED_TRACE(page.filename());
-    const Lines expected = linesOf(fs::path(page).replace_extension(".faults"));
+    const Lines expected = LinesOf(fs::path(page).replace_extension(".faults"));
     EXPECT_FALSE(expected.empty());
-    EXPECT_EQ(faultsOf(textOf(page)), expected);
+    EXPECT_EQ(FaultsOf(TextOf(page)), expected);
   }
 }
 
 TEST(SchemaCheck, WrongPagesShowEveryMessageOfTheSchema) {
   std::set<std::string> shown;
-  for (const fs::path& faults : filesWith(".faults", source / "tests/schema/wrong")) {
-    for (const std::string& line : linesOf(faults)) shown.insert(line.substr(line.find(": ") + 2));
+  for (const fs::path& faults : FilesWith(".faults", source / "tests/schema/wrong")) {
+    for (const std::string& line : LinesOf(faults)) shown.insert(line.substr(line.find(": ") + 2));
   }
   std::set<std::string> messages;
-  addMessages(Parse(ttr::templateSchema), messages);
+  AddMessages(Parse(ttr::templateSchema), messages);
   EXPECT_EQ(shown, messages);
 }
 
 using LegalPages = ResolverTest;
 
 TEST_F(LegalPages, NeitherTheSchemaNorTheLibraryFindsFault) {
-  const std::vector<fs::path> pages = filesWith(".json", source / "tests/schema/legal");
+  const std::vector<fs::path> pages = FilesWith(".json", source / "tests/schema/legal");
   EXPECT_GE(pages.size(), 5U);
   for (const fs::path& page : pages) {
     SCOPED_TRACE(page.filename());
-    EXPECT_EQ(faultsOf(textOf(page)), Lines());
-    Resolve(textOf(page));
+    EXPECT_EQ(FaultsOf(TextOf(page)), Lines());
+    Resolve(TextOf(page));
     EXPECT_EQ(Errors(), "");
   }
 }
 
 /// What is wrong on purpose in the page of the case folder `name`; nothing in most of them.
-Lines onPurpose(const fs::path& name) {
-  return linesOf(fs::path(source / "tests/schema/on_purpose" / name).concat(".faults"));
+Lines OnPurpose(const fs::path& name) {
+  return LinesOf(fs::path(source / "tests/schema/on_purpose" / name).concat(".faults"));
 }
 
 TEST(SchemaCheck, FindsInTheExamplesOnlyWhatIsWrongOnPurpose) {
   int pages = 0;
   for (const fs::directory_entry& folder : fs::directory_iterator(source / "examples")) {
     if (!folder.is_directory()) continue;
-    for (const fs::path& page : filesWith(".json", folder)) {
-      if (textOf(page).find("\"Contents\"") == std::string::npos) continue;  // values
+    for (const fs::path& page : FilesWith(".json", folder)) {
+      if (TextOf(page).find("\"Contents\"") == std::string::npos) continue;  // values
       SCOPED_TRACE(page);
       const bool isTemplate = page.filename() == "template.json";
-      EXPECT_EQ(faultsOf(textOf(page)), isTemplate ? onPurpose(folder.path().filename()) : Lines());
+      EXPECT_EQ(FaultsOf(TextOf(page)), isTemplate ? OnPurpose(folder.path().filename()) : Lines());
       ++pages;
     }
   }
@@ -121,8 +121,8 @@ TEST(SchemaCheck, FindsInTheGoldenPagesOnlyWhatIsWrongOnPurpose) {
   int pages = 0;
   for (const fs::directory_entry& folder : fs::directory_iterator(source / "tests/golden")) {
     SCOPED_TRACE(folder.path().filename());
-    EXPECT_EQ(faultsOf(textOf(folder.path() / "template.json")),
-              onPurpose(folder.path().filename()));
+    EXPECT_EQ(FaultsOf(TextOf(folder.path() / "template.json")),
+              OnPurpose(folder.path().filename()));
     ++pages;
   }
   EXPECT_GE(pages, 8);
@@ -130,7 +130,7 @@ TEST(SchemaCheck, FindsInTheGoldenPagesOnlyWhatIsWrongOnPurpose) {
 
 /// The block of `kind` that starts at `at` or after blank lines, and `at` moved behind it; empty
 /// when something else follows.
-std::string takeBlock(const std::string& text, const std::string& kind, std::size_t& at) {
+std::string TakeBlock(const std::string& text, const std::string& kind, std::size_t& at) {
   const std::string fence = "\n```";
   while (text.compare(at, 2, "\n\n") == 0) ++at;
   if (text.compare(at, fence.size() + kind.size(), fence + kind) != 0) return "";
@@ -141,25 +141,25 @@ std::string takeBlock(const std::string& text, const std::string& kind, std::siz
 }
 
 /// The pages of a document that write no diagnostics, and so are meant to be right.
-std::vector<std::string> cleanTemplates(const fs::path& document) {
+std::vector<std::string> CleanTemplates(const fs::path& document) {
   std::vector<std::string> templates;
-  const std::string text = textOf(document);
+  const std::string text = TextOf(document);
   for (std::size_t at = 0; (at = text.find("\n```json template", at)) != std::string::npos;) {
-    const std::string page = takeBlock(text, "json template", at);
-    takeBlock(text, "json result", at);
-    if (takeBlock(text, "text diagnostics", at).empty()) templates.push_back(page);
+    const std::string page = TakeBlock(text, "json template", at);
+    TakeBlock(text, "json result", at);
+    if (TakeBlock(text, "text diagnostics", at).empty()) templates.push_back(page);
   }
   return templates;
 }
 
 TEST(SchemaCheck, FindsNothingInTheDocumentsWhereTheLibraryFindsNothing) {
-  std::vector<fs::path> documents = filesWith(".md", source / "docs");
+  std::vector<fs::path> documents = FilesWith(".md", source / "docs");
   documents.push_back(source / "README.md");
   int pages = 0;
   for (const fs::path& document : documents) {
-    for (const std::string& page : cleanTemplates(document)) {
+    for (const std::string& page : CleanTemplates(document)) {
       SCOPED_TRACE(document.filename().string() + ": " + page);
-      EXPECT_EQ(faultsOf(page), Lines());
+      EXPECT_EQ(FaultsOf(page), Lines());
       ++pages;
     }
   }
@@ -167,7 +167,7 @@ TEST(SchemaCheck, FindsNothingInTheDocumentsWhereTheLibraryFindsNothing) {
 }
 
 TEST(SchemaCheck, UnknownMembersAndEntriesAreLegal) {
-  EXPECT_EQ(faultsOf(R"({"$schema": "s.json", "Author": 5, "Contents": [
+  EXPECT_EQ(FaultsOf(R"({"$schema": "s.json", "Author": 5, "Contents": [
       {"Bouds": "x", "Contents": [5, null, true, ["A"], "text"]},
       {"If": {"Condition": null, "Equals": {}, "else": [], "Contents": []}},
       {"Loop": {"List": [], "Layout": [[[0, 0]]], "Rows": "many", "Contents": []}}]})"),
@@ -175,7 +175,7 @@ TEST(SchemaCheck, UnknownMembersAndEntriesAreLegal) {
 }
 
 TEST(SchemaCheck, OfAReplacedElementOnlyWhatCountsIsLookedAt) {
-  EXPECT_EQ(faultsOf(R"({"Contents": [
+  EXPECT_EQ(FaultsOf(R"({"Contents": [
       {"Include": {"Filename": "a.json"}, "Display": "red", "Play": 3, "Frame": 5}]})"),
             Lines());
 }
@@ -183,7 +183,7 @@ TEST(SchemaCheck, OfAReplacedElementOnlyWhatCountsIsLookedAt) {
 TEST(SchemaCheck, LongTextsDoNotEndIt) {
   const std::string length(300000, '1');
   for (const std::string& text : {length, std::string(300000, ' '), '#' + length, length + "%"}) {
-    EXPECT_EQ(faultsOf("{\"Contents\": [{\"Bounds\": [\"" + text + "\"]}]}").size(), 1U);
+    EXPECT_EQ(FaultsOf("{\"Contents\": [{\"Bounds\": [\"" + text + "\"]}]}").size(), 1U);
   }
 }
 
@@ -194,7 +194,7 @@ TEST(SchemaCheck, DeepPagesDoNotEndIt) {
   page += "{\"Play\": 5}";
   for (int level = 0; level < depth; ++level) page += "]}";
   page += "]}";
-  EXPECT_EQ(faultsOf(page).size(), 1U);
+  EXPECT_EQ(FaultsOf(page).size(), 1U);
 }
 
 }  // namespace

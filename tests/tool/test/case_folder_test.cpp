@@ -18,12 +18,12 @@ constexpr char page[] = R"j({"Contents": [{"Bounds": [0, 0, "50%", 10], "Content
 })j";
 constexpr char result[] = R"({"Contents": [{"Bounds": [0, 0, 640, 10], "Contents": [5]}]})";
 
-std::string fileIn(const CPageFolder& folder, const char* name) {
+std::string FileIn(const CPageFolder& folder, const char* name) {
   return folder.path() + '/' + name;
 }
 
-bool has(const CPageFolder& folder, const char* name) {
-  return std::filesystem::exists(fileIn(folder, name));
+bool Has(const CPageFolder& folder, const char* name) {
+  return std::filesystem::exists(FileIn(folder, name));
 }
 
 TEST(CaseFolder, PassesHoweverTheResultIsIndented) {
@@ -135,9 +135,9 @@ TEST(CaseFolder, UpdatesOnlyWhatDiffers) {
                             {"expected.err", "a line\n"}});
   const CCaseResult updated = updateCase(folder.path());
   EXPECT_EQ(updated.failure, "");
-  EXPECT_EQ(updated.updated, std::vector<std::string>{fileIn(folder, "expected.err")});
-  EXPECT_FALSE(has(folder, "expected.err"));
-  EXPECT_EQ(readText(fileIn(folder, "expected.json")), result);
+  EXPECT_EQ(updated.updated, std::vector<std::string>{FileIn(folder, "expected.err")});
+  EXPECT_FALSE(Has(folder, "expected.err"));
+  EXPECT_EQ(readText(FileIn(folder, "expected.json")), result);
   EXPECT_EQ(updateCase(folder.path()).updated, std::vector<std::string>());
 }
 
@@ -145,14 +145,14 @@ TEST(CaseFolder, UpdateWritesWhatIsMissing) {
   const CPageFolder folder({{"template.json", R"j({"Contents": ["$(none)"]})j"}});
   EXPECT_EQ(
       updateCase(folder.path()).updated,
-      (std::vector<std::string>{fileIn(folder, "expected.json"), fileIn(folder, "expected.err")}));
+      (std::vector<std::string>{FileIn(folder, "expected.json"), FileIn(folder, "expected.err")}));
   EXPECT_EQ(checkCase(folder.path()).failure, "");
 }
 
 TEST(CaseFolder, UpdateFailsWhereThereIsNothingToWrite) {
   const CPageFolder folder({{"template.json", page}, {"options", "bad"}});
   EXPECT_NE(updateCase(folder.path()).failure, "");
-  EXPECT_FALSE(has(folder, "expected.json"));
+  EXPECT_FALSE(Has(folder, "expected.json"));
 }
 
 TEST(CaseFolder, IsStableWithComments) {

@@ -8,14 +8,14 @@
 namespace ttr {
 namespace {
 
-CCaseResult passed() {
+CCaseResult Passed() {
   CCaseResult result;
   result.folder = "pages/lobby";
   result.seconds = 0.25;
   return result;
 }
 
-CCaseResult failed() {
+CCaseResult Failed() {
   CCaseResult result;
   result.folder = "pages/a & b";
   result.failure = "expected.json differs";
@@ -24,7 +24,7 @@ CCaseResult failed() {
   return result;
 }
 
-CCaseResult updated() {
+CCaseResult Updated() {
   CCaseResult result;
   result.folder = "pages/menu";
   result.updated = {"pages/menu/expected.json", "pages/menu/expected.err"};
@@ -32,28 +32,28 @@ CCaseResult updated() {
 }
 
 TEST(TestReport, TellsOfFailuresAndUpdatesOnly) {
-  EXPECT_EQ(caseReport(passed(), false), "");
-  EXPECT_EQ(caseReport(failed(), false),
+  EXPECT_EQ(caseReport(Passed(), false), "");
+  EXPECT_EQ(caseReport(Failed(), false),
             "FAILED pages/a & b: expected.json differs\n"
             "--- \"x\"\n@@ -1 +1 @@\n-<1>\n+2\n same\n");
-  EXPECT_EQ(caseReport(updated(), false),
+  EXPECT_EQ(caseReport(Updated(), false),
             "updated pages/menu/expected.json\nupdated pages/menu/expected.err\n");
 }
 
 TEST(TestReport, ColoursTheLinesOfADiff) {
-  EXPECT_EQ(caseReport(failed(), true),
+  EXPECT_EQ(caseReport(Failed(), true),
             "\033[31mFAILED\033[0m pages/a & b: expected.json differs\n\033[31m--- \"x\"\033[0m\n"
             "\033[36m@@ -1 +1 @@\033[0m\n\033[31m-<1>\033[0m\n\033[32m+2\033[0m\n same\n");
 }
 
 TEST(TestReport, SumsUp) {
-  EXPECT_EQ(summary({passed(), failed(), passed()}, false), "2 passed, 1 failed\n");
-  EXPECT_EQ(summary({passed(), updated()}, false), "1 updated, 1 passed, 0 failed\n");
-  EXPECT_EQ(summary({passed()}, true), "\033[32m1 passed, 0 failed\033[0m\n");
+  EXPECT_EQ(summary({Passed(), Failed(), Passed()}, false), "2 passed, 1 failed\n");
+  EXPECT_EQ(summary({Passed(), Updated()}, false), "1 updated, 1 passed, 0 failed\n");
+  EXPECT_EQ(summary({Passed()}, true), "\033[32m1 passed, 0 failed\033[0m\n");
 }
 
 TEST(TestReport, ForJUnitIsEscaped) {
-  EXPECT_EQ(junitReport("pages", {passed(), failed()}),
+  EXPECT_EQ(junitReport("pages", {Passed(), Failed()}),
             R"(<?xml version="1.0" encoding="UTF-8"?>
 <testsuites tests="2" failures="1" errors="0" time="1.250">
   <testsuite name="pages" tests="2" failures="1" errors="0" time="1.250">

@@ -73,22 +73,22 @@ class CClient {
   std::string m_received;
 };
 
-std::string host(int port) { return "Host: 127.0.0.1:" + std::to_string(port) + "\r\n"; }
+std::string Host(int port) { return "Host: 127.0.0.1:" + std::to_string(port) + "\r\n"; }
 
 /// The answer to a request, whose first line lacks only the version.
-std::string answer(const CPreviewServer& server, const std::string& request,
+std::string Answer(const CPreviewServer& server, const std::string& request,
                    const std::optional<std::string>& headers = {}) {
   CClient client(server.port());
-  client.Send(request + " HTTP/1.1\r\n" + headers.value_or(host(server.port())) + "\r\n");
+  client.Send(request + " HTTP/1.1\r\n" + headers.value_or(Host(server.port())) + "\r\n");
   return client.ReadAll();
 }
 
-std::string statusOf(const std::string& answer) { return answer.substr(0, answer.find("\r\n")); }
-std::string bodyOf(const std::string& answer) {
+std::string StatusOf(const std::string& answer) { return answer.substr(0, answer.find("\r\n")); }
+std::string BodyOf(const std::string& answer) {
   const std::size_t end = answer.find("\r\n\r\n");
   return end == std::string::npos ? "no body" : answer.substr(end + 4);
 }
-std::string headerOf(const std::string& answer, const std::string& name) {
+std::string HeaderOf(const std::string& answer, const std::string& name) {
   const std::size_t begin = answer.find("\r\n" + name + ": ");
   if (begin == std::string::npos) return "";
   const std::size_t value = begin + name.size() + 4;
@@ -100,7 +100,7 @@ class CStream : public CClient {
  public:
   explicit CStream(const CPreviewServer& server, const std::string& headers = "")
       : CClient(server.port()) {
-    Send("GET /events HTTP/1.1\r\n" + host(server.port()) + headers + "\r\n");
+    Send("GET /events HTTP/1.1\r\n" + Host(server.port()) + headers + "\r\n");
     m_head = ReadTo("\r\n\r\n");
     EXPECT_EQ(ReadTo("\n\n"), "retry: 1000\n:\n\n");
   }
@@ -118,7 +118,7 @@ class CStream : public CClient {
   std::string m_head;
 };
 
-bool isReload(const std::string& event) {
+bool IsReload(const std::string& event) {
   const std::string begin = "event: reload\ndata: ";
   return event.compare(0, begin.size(), begin) == 0 && event.size() > begin.size() + 2;
 }
@@ -126,35 +126,35 @@ bool isReload(const std::string& event) {
 TEST(Server, GivesThePage) {
   const CPreviewServer server(0, "<html>\xc3\xa4</html>");
   EXPECT_EQ(server.Url(), "http://127.0.0.1:" + std::to_string(server.port()) + "/");
-  const std::string page = answer(server, "GET /");
-  EXPECT_EQ(statusOf(page), "HTTP/1.1 200 OK");
-  EXPECT_EQ(headerOf(page, "Content-Type"), "text/html; charset=utf-8");
-  EXPECT_EQ(headerOf(page, "Content-Length"), "15");
-  EXPECT_EQ(headerOf(page, "Cache-Control"), "no-store");
-  EXPECT_EQ(headerOf(page, "Access-Control-Allow-Origin"), "");
-  EXPECT_EQ(bodyOf(page), "<html>\xc3\xa4</html>");
+  const std::string page = Answer(server, "GET /");
+  EXPECT_EQ(StatusOf(page), "HTTP/1.1 200 OK");
+  EXPECT_EQ(HeaderOf(page, "Content-Type"), "text/html; charset=utf-8");
+  EXPECT_EQ(HeaderOf(page, "Content-Length"), "15");
+  EXPECT_EQ(HeaderOf(page, "Cache-Control"), "no-store");
+  EXPECT_EQ(HeaderOf(page, "Access-Control-Allow-Origin"), "");
+  EXPECT_EQ(BodyOf(page), "<html>\xc3\xa4</html>");
 }
 
 TEST(Server, GivesTheNewestPage) {
   CPreviewServer server(0, "one");
   server.Publish("two");
-  EXPECT_EQ(bodyOf(answer(server, "GET /")), "two");
+  EXPECT_EQ(BodyOf(Answer(server, "GET /")), "two");
   server.Publish("three");
-  EXPECT_EQ(bodyOf(answer(server, "GET /?x=y")), "three");
+  EXPECT_EQ(BodyOf(Answer(server, "GET /?x=y")), "three");
 }
 
 TEST(Server, HeadIsWithoutBody) {
   const CPreviewServer server(0, "page");
-  const std::string page = answer(server, "HEAD /");
-  EXPECT_EQ(statusOf(page), "HTTP/1.1 200 OK");
-  EXPECT_EQ(headerOf(page, "Content-Length"), "4");
-  EXPECT_EQ(bodyOf(page), "");
-  const std::string events = answer(server, "HEAD /events");
-  EXPECT_EQ(headerOf(events, "Content-Type"), "text/event-stream");
-  EXPECT_EQ(bodyOf(events), "");
-  const std::string nothing = answer(server, "HEAD /nothing");
-  EXPECT_EQ(statusOf(nothing), "HTTP/1.1 404 Not Found");
-  EXPECT_EQ(bodyOf(nothing), "");
+  const std::string page = Answer(server, "HEAD /");
+  EXPECT_EQ(StatusOf(page), "HTTP/1.1 200 OK");
+  EXPECT_EQ(HeaderOf(page, "Content-Length"), "4");
+  EXPECT_EQ(BodyOf(page), "");
+  const std::string events = Answer(server, "HEAD /events");
+  EXPECT_EQ(HeaderOf(events, "Content-Type"), "text/event-stream");
+  EXPECT_EQ(BodyOf(events), "");
+  const std::string nothing = Answer(server, "HEAD /nothing");
+  EXPECT_EQ(StatusOf(nothing), "HTTP/1.1 404 Not Found");
+  EXPECT_EQ(BodyOf(nothing), "");
 }
 
 TEST(Server, HasNothingElse) {
@@ -180,9 +180,9 @@ TEST(Server, HasNothingElse) {
                                  "/x.ssi",
                                  "/x.shtml"}) {
     SCOPED_TRACE(path);
-    const std::string refusal = answer(server, "GET " + path);
-    EXPECT_EQ(statusOf(refusal), "HTTP/1.1 404 Not Found");
-    EXPECT_EQ(bodyOf(refusal), "Not Found\n");
+    const std::string refusal = Answer(server, "GET " + path);
+    EXPECT_EQ(StatusOf(refusal), "HTTP/1.1 404 Not Found");
+    EXPECT_EQ(BodyOf(refusal), "Not Found\n");
   }
 }
 
@@ -192,21 +192,21 @@ TEST(Server, OnlyReads) {
        {"POST", "PUT", "DELETE", "OPTIONS", "PATCH", "PROPFIND", "MKCOL"}) {
     for (const std::string path : {" /", " /events", " /x"}) {
       SCOPED_TRACE(method + path);
-      const std::string refusal = answer(server, method + path);
-      EXPECT_EQ(statusOf(refusal), "HTTP/1.1 405 Method Not Allowed");
-      EXPECT_EQ(headerOf(refusal, "Allow"), "GET, HEAD");
+      const std::string refusal = Answer(server, method + path);
+      EXPECT_EQ(StatusOf(refusal), "HTTP/1.1 405 Method Not Allowed");
+      EXPECT_EQ(HeaderOf(refusal, "Allow"), "GET, HEAD");
     }
   }
 }
 
 TEST(Server, DoesNotLetForeignPagesAskFirst) {
   const CPreviewServer server(0, "page");
-  const std::string refusal = answer(server, "OPTIONS /",
-                                     host(server.port()) +
+  const std::string refusal = Answer(server, "OPTIONS /",
+                                     Host(server.port()) +
                                          "Origin: http://foreign.example\r\n"
                                          "Access-Control-Request-Method: GET\r\n"
                                          "Access-Control-Request-Headers: x-y\r\n");
-  EXPECT_EQ(statusOf(refusal), "HTTP/1.1 405 Method Not Allowed");
+  EXPECT_EQ(StatusOf(refusal), "HTTP/1.1 405 Method Not Allowed");
   EXPECT_EQ(refusal.find("Access-Control"), std::string::npos);
 }
 
@@ -215,7 +215,7 @@ TEST(Server, AnswersOnlyToItsOwnNames) {
   const std::string port = std::to_string(server.port());
   for (const std::string name : {"127.0.0.1:", "localhost:", "LocalHost:"}) {
     SCOPED_TRACE(name);
-    EXPECT_EQ(bodyOf(answer(server, "GET /", "Host: " + name + port + "\r\n")), "page");
+    EXPECT_EQ(BodyOf(Answer(server, "GET /", "Host: " + name + port + "\r\n")), "page");
   }
   const std::vector<std::string> foreign = {
       "",
@@ -236,9 +236,9 @@ TEST(Server, AnswersOnlyToItsOwnNames) {
   for (const std::string& headers : foreign) {
     for (const std::string request : {"GET /", "GET /events", "GET /x", "POST /"}) {
       SCOPED_TRACE(request + ' ' + headers);
-      const std::string refusal = answer(server, request, headers);
-      EXPECT_EQ(statusOf(refusal), "HTTP/1.1 403 Forbidden");
-      EXPECT_EQ(bodyOf(refusal), "Forbidden\n");
+      const std::string refusal = Answer(server, request, headers);
+      EXPECT_EQ(StatusOf(refusal), "HTTP/1.1 403 Forbidden");
+      EXPECT_EQ(BodyOf(refusal), "Forbidden\n");
     }
   }
 }
@@ -248,42 +248,42 @@ TEST(Server, BadRequestsAreRefused) {
   for (const std::string request :
        {"nonsense", "GET", "GET http://foreign.example/", "GET *", "get /", "GET / x"}) {
     SCOPED_TRACE(request);
-    const std::string refusal = answer(server, request);
+    const std::string refusal = Answer(server, request);
     EXPECT_EQ(refusal.find("page"), std::string::npos);
     EXPECT_EQ(refusal.find("200"), std::string::npos);
   }
-  EXPECT_EQ(bodyOf(answer(server, "GET /")), "page") << "still there";
+  EXPECT_EQ(BodyOf(Answer(server, "GET /")), "page") << "still there";
 }
 
 TEST(Server, BigPage) {
   std::string text;
   while (text.size() < 20'000'000) text += "line " + std::to_string(text.size()) + '\n';
   const CPreviewServer server(0, text);
-  const std::string page = answer(server, "GET /");
-  EXPECT_EQ(headerOf(page, "Content-Length"), std::to_string(text.size()));
-  EXPECT_TRUE(bodyOf(page) == text);
+  const std::string page = Answer(server, "GET /");
+  EXPECT_EQ(HeaderOf(page, "Content-Length"), std::to_string(text.size()));
+  EXPECT_TRUE(BodyOf(page) == text);
 }
 
 TEST(Server, EmptyPage) {
   const CPreviewServer server(0, "");
-  EXPECT_EQ(headerOf(answer(server, "GET /"), "Content-Length"), "0");
+  EXPECT_EQ(HeaderOf(Answer(server, "GET /"), "Content-Length"), "0");
 }
 
 TEST(Server, TellsEachStreamOfEachNewPage) {
   CPreviewServer server(0, "0");
   CStream one(server);
   CStream two(server);
-  EXPECT_EQ(statusOf(one.head()), "HTTP/1.1 200 OK");
-  EXPECT_EQ(headerOf(one.head(), "Content-Type"), "text/event-stream");
+  EXPECT_EQ(StatusOf(one.head()), "HTTP/1.1 200 OK");
+  EXPECT_EQ(HeaderOf(one.head(), "Content-Type"), "text/event-stream");
   std::string before;
   for (int i = 1; i <= 10; ++i) {
     SCOPED_TRACE(i);
     server.Publish(std::to_string(i));
     const std::string event = one.Next();
-    EXPECT_TRUE(isReload(event)) << event;
+    EXPECT_TRUE(IsReload(event)) << event;
     EXPECT_NE(event, before);
     EXPECT_EQ(two.Next(), event);
-    EXPECT_EQ(bodyOf(answer(server, "GET /")), std::to_string(i));
+    EXPECT_EQ(BodyOf(Answer(server, "GET /")), std::to_string(i));
     before = event;
   }
 }
@@ -297,16 +297,16 @@ TEST(Server, StreamsHaveAHeartbeat) {
 
 TEST(Server, StreamTellsAtOnceWhenThePageIsOlder) {
   CPreviewServer server(0, "old");
-  const std::string page = answer(server, "GET /");
-  const std::string cookie = headerOf(page, "Set-Cookie");
+  const std::string page = Answer(server, "GET /");
+  const std::string cookie = HeaderOf(page, "Set-Cookie");
   ASSERT_NE(cookie.find("; Path=/; HttpOnly; SameSite=Strict"), std::string::npos) << cookie;
   const std::string header = "Cookie: a=b; " + cookie.substr(0, cookie.find(';')) + "\r\n";
   CStream current(server, header);
   EXPECT_EQ(current.ReadTo("\n\n"), ":\n\n") << "nothing new, the heartbeat comes first";
   server.Publish("new");
-  EXPECT_TRUE(isReload(current.Next()));
+  EXPECT_TRUE(IsReload(current.Next()));
   CStream older(server, header);
-  EXPECT_TRUE(isReload(older.ReadTo("\n\n")));
+  EXPECT_TRUE(IsReload(older.ReadTo("\n\n")));
 }
 
 TEST(Server, CookiesOfOtherServersDoNotCount) {
@@ -329,12 +329,12 @@ TEST(Server, PageIsThereHoweverManyStreams) {
   int refused = 0;
   for (int i = 0; i < 40; ++i) {
     streams.push_back(std::make_unique<CClient>(server.port()));
-    streams.back()->Send("GET /events HTTP/1.1\r\n" + host(server.port()) + "\r\n");
-    const std::string status = statusOf(streams.back()->ReadTo("\r\n"));
+    streams.back()->Send("GET /events HTTP/1.1\r\n" + Host(server.port()) + "\r\n");
+    const std::string status = StatusOf(streams.back()->ReadTo("\r\n"));
     if (status == "HTTP/1.1 503 Service Unavailable") ++refused;
   }
   EXPECT_EQ(refused, 16);
-  EXPECT_EQ(bodyOf(answer(server, "GET /")), "page");
+  EXPECT_EQ(BodyOf(Answer(server, "GET /")), "page");
 }
 
 TEST(Server, StreamsThatNobodyReadsAreGivenUp) {
@@ -344,8 +344,8 @@ TEST(Server, StreamsThatNobodyReadsAreGivenUp) {
   std::string status;
   do {
     CClient client(server.port());
-    client.Send("GET /events HTTP/1.1\r\n" + host(server.port()) + "\r\n");
-    status = statusOf(client.ReadTo("\r\n"));
+    client.Send("GET /events HTTP/1.1\r\n" + Host(server.port()) + "\r\n");
+    status = StatusOf(client.ReadTo("\r\n"));
   } while (status != "HTTP/1.1 200 OK" && std::chrono::steady_clock::now() < end);
   EXPECT_EQ(status, "HTTP/1.1 200 OK");
 }
@@ -356,7 +356,7 @@ TEST(Server, EndsWhileBrowsersAreConnected) {
   CStream stream(*server);
   const CClient silent(port);
   const CClient slow(port);
-  slow.Send("GET / HTTP/1.1\r\n" + host(port) + "\r\n");  // and does not read the answer
+  slow.Send("GET / HTTP/1.1\r\n" + Host(port) + "\r\n");  // and does not read the answer
   const auto begin = std::chrono::steady_clock::now();
   server.reset();
   EXPECT_LT(std::chrono::steady_clock::now() - begin, std::chrono::seconds(30));
@@ -373,17 +373,17 @@ TEST(Server, PortThatIsTaken) {
     const std::string message = error.what();
     EXPECT_EQ(message, "127.0.0.1:" + std::to_string(first.port()) + ": Address already in use");
   }
-  EXPECT_EQ(bodyOf(answer(first, "GET /")), "first");
+  EXPECT_EQ(BodyOf(Answer(first, "GET /")), "first");
 }
 
 TEST(Server, PortIsFreeAgainAfterwards) {
   std::optional<CPreviewServer> server(std::in_place, 0, "first");
   const int port = server->port();
-  EXPECT_EQ(bodyOf(answer(*server, "GET /")), "first");
+  EXPECT_EQ(BodyOf(Answer(*server, "GET /")), "first");
   server.reset();
   server.emplace(port, "second");
   EXPECT_EQ(server->port(), port);
-  EXPECT_EQ(bodyOf(answer(*server, "GET /")), "second");
+  EXPECT_EQ(BodyOf(Answer(*server, "GET /")), "second");
 }
 
 TEST(Server, ListensOnThisMachineOnly) {
