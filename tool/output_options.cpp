@@ -2,16 +2,14 @@
 
 #include <unistd.h>
 
-#include <CLI/CLI.hpp>
 #include <cstdlib>
 
 namespace ttr {
 
-void addOutputOptions(CLI::App& command, COutputOptions& options) {
-  command.add_option("--color", options.color, "Colour the report: auto (default), always, never")
-      ->type_name("WHEN")
-      ->check(CLI::IsMember({"auto", "always", "never"}));
-  command.add_flag("-q,--quiet", options.quiet, "Print nothing but errors");
+std::vector<COption> outputOptions(COutputOptions& options) {
+  return {{"--color", &options.color, "Colour the report: auto (default), always, never", "WHEN",
+           CChoices{"auto", "always", "never"}},
+          {"-q,--quiet", &options.quiet, "Print nothing but errors"}};
 }
 
 bool useColor(const COutputOptions& options, int descriptor) {

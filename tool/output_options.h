@@ -2,10 +2,9 @@
 #define TOOL_OUTPUT_OPTIONS_H
 
 #include <string>
+#include <vector>
 
-namespace CLI {
-class App;
-}
+#include "command.h"
 
 namespace ttr {
 
@@ -15,8 +14,8 @@ struct COutputOptions {
   bool quiet = false;          ///< nothing but errors
 };
 
-/// Adds --color and -q, --quiet.
-void addOutputOptions(CLI::App& command, COutputOptions& options);
+/// --color and -q, --quiet.
+std::vector<COption> outputOptions(COutputOptions& options);
 
 /// True when text on `descriptor` is to be coloured: asked for, or "auto" on a terminal while the
 /// environment has no NO_COLOR.
