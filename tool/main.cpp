@@ -4,19 +4,18 @@
 
 #include <csignal>
 #include <exception>
-#include <iostream>
 #include <string>
 
 #include "command_line.h"
 #include "commands.h"
-#include "tool_error.h"
+#include "text/printable.h"
 
 namespace {
 
 constexpr int cannotBeDone = 2;
 
 int fail(const std::string& reason) {
-  std::cerr << "ttr: " << ttr::oneLine(reason) << std::endl;
+  ttr::tell(reason);
   return cannotBeDone;
 }
 

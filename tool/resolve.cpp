@@ -3,7 +3,6 @@
 #include <json/writer.h>
 
 #include <exception>
-#include <iostream>
 #include <memory>
 #include <string>
 
@@ -14,6 +13,7 @@
 #include "page/included_files.h"
 #include "page/page_host.h"
 #include "page/page_options.h"
+#include "text/printable.h"
 #include "tool_error.h"
 
 namespace ttr {
@@ -82,7 +82,7 @@ int runResolve(const CResolveOptions& options) {
   if (options.output.empty()) {
     writeStandardOutput(text);
   } else if (nothing) {
-    std::cerr << "ttr: " << options.output << ": not written, as the result is null" << std::endl;
+    tell(options.output + ": not written, as the result is null");
   } else {
     writeFile(options.output, text);
   }

@@ -2,7 +2,6 @@
 #include <unistd.h>
 
 #include <cstddef>
-#include <iostream>
 #include <memory>
 #include <string>
 #include <system_error>
@@ -14,8 +13,10 @@
 #include "check/page_search.h"
 #include "commands.h"
 #include "files.h"
-#include "output_options.h"
 #include "page/page_options.h"
+#include "text/output_options.h"
+#include "text/printable.h"
+#include "text/wording.h"
 #include "tool_error.h"
 
 namespace ttr {
@@ -48,8 +49,8 @@ CPasses passesOf(const CCheckOptions& options, CPageRunner& page) {
   page.Run({}, 1);  // makes known which files are included
   const unsigned last = page.PassesUntilRepeat(mostPasses);
   if (last == mostPasses) {
-    std::cerr << "ttr: " << oneLine(page.pageFile().name()) << ": repeats itself after more than "
-              << mostPasses << " passes; only these were checked" << std::endl;
+    tell(page.pageFile().name() + ": repeats itself after more than " + std::to_string(mostPasses) +
+         " passes; only these were checked");
   }
   return {1, last};
 }
@@ -135,9 +136,9 @@ int exitCodeOf(const CCheckReport& report, std::size_t maxWarnings) {
 }
 
 void writeSummary(const CCheckReport& report) {
-  std::cerr << "ttr: " << counted(report.pages.size(), "page")
-            << " checked: " << counted(report.Count(CFault::levelError), "error") << ", "
-            << counted(report.Count(CFault::levelWarning), "warning") << std::endl;
+  tell(counted(report.pages.size(), "page") +
+       " checked: " + counted(report.Count(CFault::levelError), "error") + ", " +
+       counted(report.Count(CFault::levelWarning), "warning"));
 }
 
 bool writesFile(const CCheckOptions& options) {
@@ -164,9 +165,7 @@ int runCheck(const CCheckOptions& options, const std::string& version) {
   } else if (!failed) {
     writeFile(options.outputFile, text);
   }
-  for (const std::string& failure : report.failures) {
-    std::cerr << "ttr: " << oneLine(failure) << std::endl;
-  }
+  for (const std::string& failure : report.failures) tell(failure);
   if (!options.output.quiet && !failed) writeSummary(report);
   return exitCode;
 }

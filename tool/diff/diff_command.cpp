@@ -9,8 +9,8 @@
 #include "diff/compared_page.h"
 #include "diff/difference_report.h"
 #include "files.h"
-#include "output_options.h"
 #include "page/page_options.h"
+#include "text/output_options.h"
 #include "tool_error.h"
 
 namespace ttr {

@@ -8,8 +8,8 @@
 #include "commands.h"
 #include "explain/explanation.h"
 #include "files.h"
-#include "output_options.h"
 #include "page/page_run.h"
+#include "text/output_options.h"
 
 namespace ttr {
 namespace {

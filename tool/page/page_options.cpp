@@ -6,6 +6,7 @@
 
 #include "TokenTemplateResolver/json_text.h"
 #include "files.h"
+#include "text/printable.h"
 #include "tool_error.h"
 
 namespace ttr {
@@ -20,7 +21,7 @@ Json::Value parseJson(const std::string& text, const std::string& path) {
   } catch (const Json::RuntimeError& error) {  // nested too deep
     throw CToolError(path, error.what());
   }
-  if (!errors.empty()) throw CToolError(path, errors);
+  if (!errors.empty()) throw CToolError(path, oneLine(errors));
   return value;
 }
 

@@ -6,12 +6,12 @@
 
 #include "commands.h"
 #include "files.h"
-#include "output_options.h"
 #include "page/page_run.h"
 #include "preview/fault_output.h"
 #include "preview/output_name.h"
 #include "preview/preview.h"
 #include "preview/watch.h"
+#include "text/output_options.h"
 #include "tool_error.h"
 
 namespace ttr {

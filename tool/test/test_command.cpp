@@ -8,9 +8,9 @@
 
 #include "commands.h"
 #include "files.h"
-#include "output_options.h"
 #include "test/case_folder.h"
 #include "test/test_report.h"
+#include "text/output_options.h"
 #include "tool_error.h"
 
 namespace ttr {

@@ -8,8 +8,9 @@
 #include <locale>
 #include <sstream>
 
-#include "output_options.h"
 #include "test/xml_text.h"
+#include "text/output_options.h"
+#include "text/printable.h"
 
 namespace ttr {
 namespace {
@@ -20,10 +21,8 @@ std::string coloured(const std::string& diff, bool color) {
   std::istringstream lines(diff);
   for (std::string line; std::getline(lines, line);) {
     const char mark = line.empty() ? ' ' : line[0];
-    if (mark == '-') line = styled(line, styleRed, color);
-    if (mark == '+') line = styled(line, styleGreen, color);
-    if (mark == '@') line = styled(line, styleCyan, color);
-    text += line + '\n';
+    const eTextStyle style = mark == '-' ? styleRed : mark == '+' ? styleGreen : styleCyan;
+    text += styled(line, style, color && (mark == '-' || mark == '+' || mark == '@')) + '\n';
   }
   return text;
 }
@@ -76,10 +75,11 @@ std::string testcase(const std::string& directory, const CCaseResult& result) {
 std::string caseReport(const CCaseResult& result, bool color) {
   std::string text;
   if (failed(result)) {
-    text = styled("FAILED", styleRed, color) + ' ' + result.folder + ": " + result.failure + '\n';
+    text = styled("FAILED", styleRed, color) + ' ' +
+           printable(result.folder + ": " + result.failure) + '\n';
   }
   for (const std::string& file : result.updated) {
-    text += styled("updated", styleYellow, color) + ' ' + file + '\n';
+    text += styled("updated", styleYellow, color) + ' ' + printable(file) + '\n';
   }
   return text + coloured(result.diff, color);
 }

@@ -1,8 +1,10 @@
-#include "output_options.h"
+#include "text/output_options.h"
 
 #include <unistd.h>
 
 #include <cstdlib>
+
+#include "text/printable.h"
 
 namespace ttr {
 
@@ -20,8 +22,8 @@ bool useColor(const COutputOptions& options, int descriptor) {
 }
 
 std::string styled(const std::string& text, eTextStyle style, bool color) {
-  if (!color) return text;
-  return "\033[" + std::to_string(static_cast<int>(style)) + 'm' + text + "\033[0m";
+  if (!color) return printable(text);
+  return "\033[" + std::to_string(static_cast<int>(style)) + 'm' + printable(text) + "\033[0m";
 }
 
 }  // namespace ttr

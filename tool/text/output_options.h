@@ -21,7 +21,7 @@ std::vector<COption> outputOptions(COutputOptions& options);
 /// environment has no NO_COLOR.
 bool useColor(const COutputOptions& options, int descriptor);
 
-/// `text` in bold, red, green, yellow or cyan when `color` says so.
+/// `text`, printable, in bold, red, green, yellow or cyan when `color` says so.
 enum eTextStyle { styleBold = 1, styleRed = 31, styleGreen = 32, styleYellow = 33, styleCyan = 36 };
 std::string styled(const std::string& text, eTextStyle style, bool color);
 
