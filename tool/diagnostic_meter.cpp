@@ -2,28 +2,41 @@
 
 #include <algorithm>
 #include <iostream>
+#include <utility>
+
+#include "text/printable.h"
 
 namespace ttr {
 
-CDiagnosticMeter::CDiagnosticMeter() : m_output(std::cerr.rdbuf(this)) {}
+// Without unitbuf std::cerr flushes where the library does, not after each piece of a message.
+CDiagnosticMeter::CDiagnosticMeter() : m_output(std::cerr.rdbuf(this)), m_flags(std::cerr.flags()) {
+  std::cerr << std::nounitbuf;
+}
 
-CDiagnosticMeter::~CDiagnosticMeter() { std::cerr.rdbuf(m_output); }
+CDiagnosticMeter::~CDiagnosticMeter() {
+  std::cerr.flags(m_flags);
+  std::cerr.rdbuf(m_output);
+}
 
 CDiagnosticMeter::int_type CDiagnosticMeter::overflow(int_type character) {
   if (traits_type::eq_int_type(character, traits_type::eof())) return 0;
-  const char single = traits_type::to_char_type(character);
-  return xsputn(&single, 1) == 1 ? character : traits_type::eof();
+  m_text += traits_type::to_char_type(character);
+  return character;
 }
 
-// A standard error that cannot be written must not stop the counting: nothing fails here.
 std::streamsize CDiagnosticMeter::xsputn(const char* text, std::streamsize length) {
-  if (m_muted) return length;
-  m_lines += static_cast<std::size_t>(std::count(text, text + length, '\n'));
-  m_output->sputn(text, length);
+  m_text.append(text, static_cast<std::size_t>(length));
   return length;
 }
 
+// A standard error that cannot be written must not stop the counting: nothing fails here.
 int CDiagnosticMeter::sync() {
+  std::string message = std::exchange(m_text, {});
+  if (m_muted || message.empty()) return 0;
+  m_lines += static_cast<std::size_t>(std::count(message.begin(), message.end(), '\n'));
+  if (message.back() == '\n') message.pop_back();
+  message = printableMessage(message) + '\n';
+  m_output->sputn(message.data(), static_cast<std::streamsize>(message.size()));
   m_output->pubsync();
   return 0;
 }

@@ -2,12 +2,15 @@
 #define TOOL_DIAGNOSTIC_METER_H
 
 #include <cstddef>
+#include <ios>
 #include <streambuf>
+#include <string>
 
 namespace ttr {
 
 /// Stands in for the buffer of std::cerr while it lives, and counts the lines that the library
-/// writes there. It passes them on, unless it is muted: then they are neither shown nor counted.
+/// writes there. It passes them on, printable, unless it is muted: then they are neither shown nor
+/// counted. The library flushes after each message, which tells messages of several lines apart.
 class CDiagnosticMeter : public std::streambuf {
  public:
   CDiagnosticMeter();
@@ -25,6 +28,8 @@ class CDiagnosticMeter : public std::streambuf {
 
  private:
   std::streambuf* m_output;
+  std::ios_base::fmtflags m_flags;
+  std::string m_text;
   std::size_t m_lines = 0;
   bool m_muted = false;
 };

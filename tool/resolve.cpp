@@ -1,21 +1,19 @@
 // `ttr resolve`: a page and the values of its tokens in, the resolved page out.
-#include "resolve.h"
-
 #include <json/value.h>
 #include <json/writer.h>
 
-#include <CLI/CLI.hpp>
 #include <exception>
-#include <iostream>
 #include <memory>
 #include <string>
 
 #include "TokenTemplateResolver/json_text.h"
+#include "commands.h"
 #include "diagnostic_meter.h"
 #include "files.h"
 #include "page/included_files.h"
 #include "page/page_host.h"
 #include "page/page_options.h"
+#include "text/printable.h"
 #include "tool_error.h"
 
 namespace ttr {
@@ -84,7 +82,7 @@ int runResolve(const CResolveOptions& options) {
   if (options.output.empty()) {
     writeStandardOutput(text);
   } else if (nothing) {
-    std::cerr << "ttr: " << options.output << ": not written, as the result is null" << std::endl;
+    tell(options.output + ": not written, as the result is null");
   } else {
     writeFile(options.output, text);
   }
@@ -105,15 +103,15 @@ command could not be carried out.)";
 
 }  // namespace
 
-void addResolveCommand(CLI::App& app, int* exitCode) {
-  auto options = std::make_shared<CResolveOptions>();
-  CLI::App* command = app.add_subcommand("resolve", "Resolve a page and print the result as JSON");
-  addPageOptions(*command, options->page);
-  command->add_flag("--pretty", options->pretty, "Indent the result");
-  command->add_option("-o,--output", options->output, "Write the result to this file")
-      ->type_name("FILE");
-  command->footer(examples);
-  command->callback([options, exitCode] { *exitCode = runResolve(*options); });
+CCommand resolveCommand() {
+  const auto options = std::make_shared<CResolveOptions>();
+  CCommand command{"resolve", "Resolve a page and print the result as JSON", examples,
+                   [options] { return runResolve(*options); }, pageOptions(options->page)};
+  command.Add({
+      {"--pretty", &options->pretty, "Indent the result"},
+      {"-o,--output", &options->output, "Write the result to this file", "FILE"},
+  });
+  return command;
 }
 
 }  // namespace ttr

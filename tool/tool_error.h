@@ -21,10 +21,6 @@ class CToolError : public std::runtime_error {
   std::string m_reason;
 };
 
-/// `text` with blanks for line ends and other control characters, which the names of files may
-/// hold, and the reasons of JsonCpp do.
-std::string oneLine(std::string text);
-
 }  // namespace ttr
 
 #endif  // TOOL_TOOL_ERROR_H

@@ -119,7 +119,7 @@ refused missing "No such file or directory"
 refused page.json/x "Not a directory"
 refused "" "No such file or directory"
 include 'two\nlines' > including.json
-expect "include whose name has two lines" "ttr: not included: two lines: No such file or directory" \
+expect "include whose name has two lines" "ttr: not included: two\u000alines: No such file or directory" \
   "$(refusals including.json --values values.json | grep ^ttr:)"
 
 # A file that another program writes over and over while it is read: what is read may be broken, but
@@ -191,7 +191,7 @@ include 'x\u0000y\u001b[31m' > including.json
 expect "name with a zero byte" "ttr: not included: x: No such file or directory" \
   "$(refusals including.json --values values.json | grep ^ttr:)"
 include 'x\u001b[31m\r' > including.json
-expect "name with control characters" "ttr: not included: x [31m : No such file or directory" \
+expect "name with control characters" "ttr: not included: x\u001b[31m\u000d: No such file or directory" \
   "$(refusals including.json --values values.json | grep ^ttr:)"
 
 # --- Includes confined to a folder ---

@@ -1,11 +1,7 @@
 // `ttr check`: everything that is wrong with pages, each fault with its place.
-#include "check/check_command.h"
-
 #include <unistd.h>
 
-#include <CLI/CLI.hpp>
 #include <cstddef>
-#include <iostream>
 #include <memory>
 #include <string>
 #include <system_error>
@@ -15,9 +11,12 @@
 #include "check/fault.h"
 #include "check/fault_list.h"
 #include "check/page_search.h"
+#include "commands.h"
 #include "files.h"
-#include "output_options.h"
 #include "page/page_options.h"
+#include "text/output_options.h"
+#include "text/printable.h"
+#include "text/wording.h"
 #include "tool_error.h"
 
 namespace ttr {
@@ -50,8 +49,8 @@ CPasses passesOf(const CCheckOptions& options, CPageRunner& page) {
   page.Run({}, 1);  // makes known which files are included
   const unsigned last = page.PassesUntilRepeat(mostPasses);
   if (last == mostPasses) {
-    std::cerr << "ttr: " << oneLine(page.pageFile().name()) << ": repeats itself after more than "
-              << mostPasses << " passes; only these were checked" << std::endl;
+    tell(page.pageFile().name() + ": repeats itself after more than " + std::to_string(mostPasses) +
+         " passes; only these were checked");
   }
   return {1, last};
 }
@@ -137,9 +136,9 @@ int exitCodeOf(const CCheckReport& report, std::size_t maxWarnings) {
 }
 
 void writeSummary(const CCheckReport& report) {
-  std::cerr << "ttr: " << counted(report.pages.size(), "page")
-            << " checked: " << counted(report.Count(CFault::levelError), "error") << ", "
-            << counted(report.Count(CFault::levelWarning), "warning") << std::endl;
+  tell(counted(report.pages.size(), "page") +
+       " checked: " + counted(report.Count(CFault::levelError), "error") + ", " +
+       counted(report.Count(CFault::levelWarning), "warning"));
 }
 
 bool writesFile(const CCheckOptions& options) {
@@ -166,9 +165,7 @@ int runCheck(const CCheckOptions& options, const std::string& version) {
   } else if (!failed) {
     writeFile(options.outputFile, text);
   }
-  for (const std::string& failure : report.failures) {
-    std::cerr << "ttr: " << oneLine(failure) << std::endl;
-  }
+  for (const std::string& failure : report.failures) tell(failure);
   if (!options.output.quiet && !failed) writeSummary(report);
   return exitCode;
 }
@@ -203,34 +200,26 @@ page, an element or its contents from being shown; all else is a warning.
 Exit code: 0 when nothing is wrong, or no more than the warnings of --max-warnings; 1 for faults;
 2 when the command could not be carried out.)";
 
-void addCheckOptions(CLI::App& command, CCheckOptions& options) {
-  command.add_option("PATH", options.paths, "Pages and folders, - for standard input")->required();
-  addSharedPageOptions(command, options.page);
-  command.add_option("--pass", options.passes, "Check the Nth pass, or all until they repeat")
-      ->type_name("N|all")
-      ->check(CLI::Validator(passesFault, "", ""));
-  command.add_option("--format", options.format, "Form of the report: text (default), json, sarif")
-      ->type_name("FORMAT")
-      ->check(CLI::IsMember({"text", "json", "sarif"}));
-  command.add_option("--max-warnings", options.maxWarnings, "Tolerate this many warnings")
-      ->type_name("N")
-      ->check(CLI::Validator(countFault, "", ""));
-  command.add_option("-o,--output", options.outputFile, "Write the report to this file")
-      ->type_name("FILE");
-  addOutputOptions(command, options.output);
-  command.footer(footer);
-}
-
 }  // namespace
 
-void addCheckCommand(CLI::App& app, int* exitCode) {
-  auto options = std::make_shared<CCheckOptions>();
-  CLI::App* command = app.add_subcommand("check", "Tell what is wrong with pages, and where");
-  addCheckOptions(*command, *options);
-  command->callback([options, exitCode, &app] {
-    const std::string name = app.get_name() + ' ';
-    *exitCode = runCheck(*options, app.version().substr(name.size()));
+CCommand checkCommand(const std::string& version) {
+  const auto options = std::make_shared<CCheckOptions>();
+  CCommand command{"check",
+                   "Tell what is wrong with pages, and where",
+                   footer,
+                   [options, version] { return runCheck(*options, version); },
+                   {{"PATH", &options->paths, "Pages and folders, - for standard input"}}};
+  command.Add(sharedPageOptions(options->page));
+  command.Add({
+      {"--pass", &options->passes, "Check the Nth pass, or all until they repeat", "N|all",
+       passesFault},
+      {"--format", &options->format, "Form of the report: text (default), json, sarif", "FORMAT",
+       CChoices{"text", "json", "sarif"}},
+      {"--max-warnings", &options->maxWarnings, "Tolerate this many warnings", "N", countFault},
+      {"-o,--output", &options->outputFile, "Write the report to this file", "FILE"},
   });
+  command.Add(outputOptions(options->output));
+  return command;
 }
 
 }  // namespace ttr

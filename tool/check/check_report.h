@@ -1,8 +1,6 @@
 #ifndef TOOL_CHECK_CHECK_REPORT_H
 #define TOOL_CHECK_CHECK_REPORT_H
 
-#include <json/value.h>
-
 #include <cstddef>
 #include <map>
 #include <string>
@@ -27,9 +25,6 @@ struct CCheckReport {
 /// "error", "warning".
 const char* levelName(CFault::eLevel level);
 
-/// "1 error", "2 errors".
-std::string counted(std::size_t count, const std::string& noun);
-
 /// What is wrong, with suggestion and count, in one line.
 std::string faultText(const CFault& fault);
 
@@ -40,9 +35,6 @@ std::string jsonReport(const CCheckReport& report);
 
 /// A log in SARIF 2.1.0, the form in which services show what checkers found.
 std::string sarifReport(const CCheckReport& report, const std::string& version, int exitCode);
-
-/// `value` as JSON text for people too: indented, with a line end.
-std::string indentedText(const Json::Value& value);
 
 }  // namespace ttr
 

@@ -5,7 +5,7 @@
 
 #include "check/fault_codes.h"
 #include "check/suggestions.h"
-#include "tool_error.h"
+#include "text/printable.h"
 
 namespace ttr {
 namespace {

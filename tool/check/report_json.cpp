@@ -1,4 +1,5 @@
 #include "check/check_report.h"
+#include "text/wording.h"
 
 namespace ttr {
 namespace {

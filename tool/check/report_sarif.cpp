@@ -4,6 +4,7 @@
 
 #include "check/check_report.h"
 #include "check/fault_codes.h"
+#include "text/wording.h"
 
 namespace ttr {
 namespace {

@@ -1,10 +1,10 @@
-#include <json/writer.h>
-
 #include <algorithm>
 #include <iterator>
 
 #include "check/check_report.h"
-#include "output_options.h"
+#include "text/output_options.h"
+#include "text/printable.h"
+#include "text/wording.h"
 
 namespace ttr {
 
@@ -26,10 +26,6 @@ const char* levelName(CFault::eLevel level) {
   return level == CFault::levelError ? "error" : "warning";
 }
 
-std::string counted(std::size_t count, const std::string& noun) {
-  return std::to_string(count) + ' ' + noun + (count == 1 ? "" : "s");
-}
-
 std::string faultText(const CFault& fault) {
   std::string text = fault.message;
   if (!fault.suggestion.empty()) text += " (" + fault.suggestion + ')';
@@ -43,19 +39,13 @@ std::string textReport(const CCheckReport& report, bool colour) {
     const eTextStyle style = fault.level == CFault::levelError ? styleRed : styleYellow;
     text += styled(fault.place.Text() + ':', styleBold, colour) + ' ' +
             styled(std::string(levelName(fault.level)) + ':', style, colour) + ' ' +
-            faultText(fault) + " [" + fault.code + "]\n";
+            printable(faultText(fault)) + " [" + fault.code + "]\n";
     for (const CPlace& place : fault.includedFrom) {
       text += styled(place.Text() + ':', styleBold, colour) + ' ' +
               styled("note:", styleCyan, colour) + " included from here\n";
     }
   }
   return text;
-}
-
-std::string indentedText(const Json::Value& value) {
-  Json::StreamWriterBuilder writer;
-  writer["indentation"] = "  ";
-  return Json::writeString(writer, value) + '\n';
 }
 
 }  // namespace ttr

@@ -9,6 +9,7 @@
 #include "files.h"
 #include "page/element_tree.h"
 #include "page/page_run.h"
+#include "text/printable.h"
 #include "tool_error.h"
 
 namespace ttr {

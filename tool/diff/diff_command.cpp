@@ -1,18 +1,16 @@
 // `ttr diff`: two pages in, and out what differs on the screen.
-#include "diff/diff_command.h"
-
 #include <unistd.h>
 
-#include <CLI/CLI.hpp>
 #include <memory>
 #include <string>
 #include <utility>
 
+#include "commands.h"
 #include "diff/compared_page.h"
 #include "diff/difference_report.h"
 #include "files.h"
-#include "output_options.h"
 #include "page/page_options.h"
+#include "text/output_options.h"
 #include "tool_error.h"
 
 namespace ttr {
@@ -61,13 +59,6 @@ int runDiff(const CDiffOptions& options) {
   return pages.differences.empty() ? 0 : 1;
 }
 
-/// What has been resolved does not depend on these any more.
-void refusePageOptions(const CLI::App& command) {
-  for (const char* option : {"--values", "--size", "--pass", "--chdir", "--root"}) {
-    if (command.count(option) > 0) throw CToolError(option, "has no meaning with --resolved");
-  }
-}
-
 constexpr char footer[] = R"(Examples:
   ttr diff old.json new.json --values values.json
   ttr diff old.json new.json --format html -o difference.html
@@ -85,24 +76,22 @@ carried out.)";
 
 }  // namespace
 
-void addDiffCommand(CLI::App& app, int* exitCode) {
-  auto options = std::make_shared<CDiffOptions>();
-  CLI::App* command = app.add_subcommand("diff", "Tell what differs between two pages on screen");
-  addPageOptions(*command, options->page);
-  command->add_option("OTHER", options->other, "The page to compare it with, - for standard input")
-      ->required();
-  command->add_flag("--resolved", options->resolved, "Both pages have been resolved already");
-  command->add_option("--format", options->format, "Form of the report: text (default), json, html")
-      ->type_name("FORMAT")
-      ->check(CLI::IsMember({"text", "json", "html"}));
-  command->add_option("-o,--output", options->outputFile, "Write the report to this file")
-      ->type_name("FILE");
-  addOutputOptions(*command, options->output);
-  command->footer(footer);
-  command->callback([options, exitCode, command] {
-    if (options->resolved) refusePageOptions(*command);
-    *exitCode = runDiff(*options);
+CCommand diffCommand() {
+  const auto options = std::make_shared<CDiffOptions>();
+  CCommand command{"diff", "Tell what differs between two pages on screen", footer,
+                   [options] { return runDiff(*options); }, pageOptions(options->page)};
+  for (COption& option : command.options) {  // what has been resolved depends on none of them
+    if (option.names != "PAGE") option.meaninglessWith = "--resolved";
+  }
+  command.Add({
+      {"OTHER", &options->other, "The page to compare it with, - for standard input"},
+      {"--resolved", &options->resolved, "Both pages have been resolved already"},
+      {"--format", &options->format, "Form of the report: text (default), json, html", "FORMAT",
+       CChoices{"text", "json", "html"}},
+      {"-o,--output", &options->outputFile, "Write the report to this file", "FILE"},
   });
+  command.Add(outputOptions(options->output));
+  return command;
 }
 
 }  // namespace ttr

@@ -1,10 +1,11 @@
+// Test: tests/tool/diff/difference_report_test.cpp
 #include "diff/difference_report.h"
 
-#include <json/writer.h>
-
 #include "diff/difference_text.h"
-#include "output_options.h"
 #include "test/xml_text.h"
+#include "text/output_options.h"
+#include "text/printable.h"
+#include "text/wording.h"
 
 namespace ttr {
 namespace {
@@ -83,18 +84,13 @@ std::string htmlRow(const CDifference& difference, const CComparedPages& pages) 
          xmlText(entryText(difference)) + "</code></td><td>" + change + "</td></tr>\n";
 }
 
-std::string countText(std::size_t count) {
-  if (count == 0) return "No differences";
-  return std::to_string(count) + (count == 1 ? " difference" : " differences");
-}
-
 }  // namespace
 
 std::string textReport(const CComparedPages& pages, bool colour) {
   std::string text;
   for (const CDifference& difference : pages.differences) {
     const std::string place = placeOf(difference, pages).Text() + ':';
-    text += styled(place, styleBold, colour) + ' ' + entryText(difference) + ": " +
+    text += styled(place, styleBold, colour) + ' ' + printable(entryText(difference)) + ": " +
             styled(changeText(difference), styleOf(difference.kind), colour) + '\n';
   }
   return text;
@@ -108,15 +104,15 @@ std::string jsonReport(const CComparedPages& pages) {
   for (const CDifference& difference : pages.differences) {
     json["differences"].append(jsonOf(difference, pages));
   }
-  Json::StreamWriterBuilder writer;
-  writer["indentation"] = "  ";
-  return Json::writeString(writer, json) + '\n';
+  return indentedText(json);
 }
 
 std::string htmlReport(const CComparedPages& pages) {
+  const std::size_t count = pages.differences.size();
   const std::string names = xmlText(pages.before.name) + " and " + xmlText(pages.after.name);
   std::string html = htmlHead + ("<title>" + names + "</title>\n</head>\n<body>\n<h1>" + names) +
-                     "</h1>\n<p>" + countText(pages.differences.size()) + "</p>\n";
+                     "</h1>\n<p>" + (count == 0 ? "No differences" : counted(count, "difference")) +
+                     "</p>\n";
   if (!pages.differences.empty()) {
     html +=
         "<table>\n<thead><tr><th>Place</th><th>Entry</th><th>Change</th></tr></thead>\n<tbody>\n";

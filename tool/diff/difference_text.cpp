@@ -4,6 +4,8 @@
 
 #include <cstddef>
 
+#include "text/wording.h"
+
 namespace ttr {
 namespace {
 
@@ -17,8 +19,7 @@ std::string movedText(const CDifference& move) {
   std::string text = "moved by (" + std::to_string(movedBy(move, 0)) + ", " +
                      std::to_string(movedBy(move, 1)) + ')';
   if (move.along > 0) {
-    text += ", with " + std::to_string(move.along) + (move.along == 1 ? " element" : " elements") +
-            " inside";
+    text += ", with " + counted(move.along, "element") + " inside";
   }
   return text;
 }

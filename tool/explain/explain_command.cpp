@@ -1,17 +1,15 @@
 // `ttr explain`: a page and a pointer in, the reasons for what stands there out.
-#include "explain/explain_command.h"
-
 #include <unistd.h>
 
-#include <CLI/CLI.hpp>
 #include <memory>
 #include <string>
 
 #include "TokenTemplateResolver/json_text.h"
+#include "commands.h"
 #include "explain/explanation.h"
 #include "files.h"
-#include "output_options.h"
 #include "page/page_run.h"
+#include "text/output_options.h"
 
 namespace ttr {
 namespace {
@@ -54,18 +52,16 @@ not be carried out.)";
 
 }  // namespace
 
-void addExplainCommand(CLI::App& app, int* exitCode) {
-  auto options = std::make_shared<CExplainOptions>();
-  CLI::App* command =
-      app.add_subcommand("explain", "Tell why an element is what it is, or is null");
-  addPageOptions(*command, options->page);
-  command
-      ->add_option("POINTER", options->pointer, "JSON pointer to the element, such as /Contents/2")
-      ->required();
-  command->add_flag("--json", options->json, "Print all of it as one JSON object");
-  addOutputOptions(*command, options->output);
-  command->footer(examples);
-  command->callback([options, exitCode] { *exitCode = runExplain(*options); });
+CCommand explainCommand() {
+  const auto options = std::make_shared<CExplainOptions>();
+  CCommand command{"explain", "Tell why an element is what it is, or is null", examples,
+                   [options] { return runExplain(*options); }, pageOptions(options->page)};
+  command.Add({
+      {"POINTER", &options->pointer, "JSON pointer to the element, such as /Contents/2"},
+      {"--json", &options->json, "Print all of it as one JSON object"},
+  });
+  command.Add(outputOptions(options->output));
+  return command;
 }
 
 }  // namespace ttr

@@ -5,6 +5,7 @@
 #include <utility>
 
 #include "explain/pass_tree.h"
+#include "text/printable.h"
 #include "tool_error.h"
 
 namespace ttr {

@@ -4,8 +4,8 @@
 #include <utility>
 
 #include "explain/explanation.h"
-#include "output_options.h"
-#include "tool_error.h"
+#include "text/output_options.h"
+#include "text/printable.h"
 
 namespace ttr {
 namespace {
@@ -121,7 +121,7 @@ std::string coloured(const std::string& text, bool colour) {
   const std::size_t begin = text.find_first_not_of(' ');
   const std::size_t end = std::min(text.find(' ', begin), text.size());
   return text.substr(0, begin) + styled(text.substr(begin, end - begin), styleCyan, colour) +
-         text.substr(end);
+         printable(text.substr(end));
 }
 
 }  // namespace
@@ -146,8 +146,8 @@ std::string explanationText(const CExplanation& explanation, bool colour) {
   const std::size_t forMessages = std::min(messages.size(), std::max<std::size_t>(room / 2, 1));
   addLimited("token", tokens, room - forMessages, lines);
   addLimited("message", messages, mostLines - 1 - lines.size(), lines);
-  std::string text = styled(oneLine(explanation.answer), styleBold, colour) + '\n';
-  for (const std::string& each : lines) text += coloured(oneLine(each), colour) + '\n';
+  std::string text = styled(explanation.answer, styleBold, colour) + '\n';
+  for (const std::string& each : lines) text += coloured(each, colour) + '\n';
   return text;
 }
 

@@ -7,7 +7,7 @@
 #include <limits>
 
 #include "TokenTemplateResolver/json_text.h"
-#include "tool_error.h"
+#include "text/printable.h"
 
 namespace ttr {
 namespace {
@@ -239,68 +239,9 @@ std::string whyNoCopies(const CProbe& probe, const Json::Value& loop,
   return "its range has no indices" + hint;
 }
 
-bool isContinuation(char byte) { return (static_cast<unsigned char>(byte) & 0xC0U) == 0x80U; }
-
-std::string textOf(const Json::Value& value, int precision, bool utf8) {
-  jsoncpp_string::CJsonWriter writer;
-  writer["precision"] = precision;
-  writer["emitUTF8"] = utf8;
-  return Json::writeString(writer, value);
-}
-
-/// `text` with escapes for the control characters that JSON allows, and terminals obey.
-std::string withoutControls(const std::string& text) {
-  std::string result;
-  for (std::size_t i = 0; i < text.size(); ++i) {
-    const auto byte = static_cast<unsigned char>(text[i]);
-    const unsigned next = i + 1 < text.size() ? static_cast<unsigned char>(text[i + 1]) : 0U;
-    if (byte == 0x7F) {
-      result += "\\u007f";
-    } else if (byte == 0xC2 && next >= 0x80 && next < 0xA0) {
-      constexpr char digits[] = "0123456789abcdef";
-      result += std::string("\\u00") + digits[next / 16] + digits[next % 16];
-      ++i;
-    } else {
-      result += text[i];
-    }
-  }
-  return result;
-}
-
-/// Compact JSON, with numbers as short as they read back the same; with escapes for all characters
-/// when some bytes are no UTF-8, which do not read back from them.
-std::string shortText(const Json::Value& value) {
-  const auto readsBack = [&value](const std::string& text) {
-    std::string errors;
-    return jsoncpp_string::toJsonObject(text, &errors) == value;
-  };
-  constexpr int exact = 17;
-  const bool utf8 = readsBack(textOf(value, exact, false));
-  for (const int precision : {15, 16}) {
-    const std::string text = textOf(value, precision, utf8);
-    if (utf8 && readsBack(text)) return withoutControls(text);
-  }
-  return withoutControls(textOf(value, exact, utf8));
-}
-
 bool hasCopies(const CProbe& probe) { return !probe.node().children.empty(); }
 
 }  // namespace
-
-std::string brief(const Json::Value& value) {
-  constexpr std::size_t most = 48;
-  std::string text = oneLine(shortText(value));
-  if (text.size() <= most) return text;
-  std::size_t end = most - 3;
-  while (end > 0 && isContinuation(text[end])) --end;
-  return text.substr(0, end) + "...";
-}
-
-std::string withArticle(const std::string& type) {
-  if (type == "null" || type == "text") return type;
-  const bool vowel = std::string("aeiouI").find(type[0]) != std::string::npos;
-  return (vowel ? "an " : "a ") + type;
-}
 
 std::string brief(const CTypedValue& value) {
   return value.value.isNull() ? "null" : brief(value.value) + " (" + value.type + ')';

@@ -9,6 +9,7 @@
 #include <vector>
 
 #include "explain/probe.h"
+#include "text/wording.h"
 
 namespace ttr {
 
@@ -56,10 +57,6 @@ CIfExplanation explainIf(const CProbe& probe);
 CIncludeExplanation explainInclude(const CProbe& probe, const std::vector<std::string>& messages);
 CLoopExplanation explainLoop(const CProbe& probe, const std::vector<std::string>& messages);
 
-/// `value` as compact JSON, cut to a length that is easy to read.
-std::string brief(const Json::Value& value);
-/// `type` with its article.
-std::string withArticle(const std::string& type);
 /// `brief` with its type where it is not plain from the JSON.
 std::string brief(const CTypedValue& value);
 

@@ -9,11 +9,11 @@
 #include <cstddef>
 #include <cstring>
 #include <filesystem>
-#include <iostream>
 #include <system_error>
 #include <utility>
 
 #include "TokenTemplateResolver/included_file.h"
+#include "text/printable.h"
 #include "tool_error.h"
 
 namespace ttr {
@@ -105,7 +105,7 @@ std::string readIncludedFile(const std::string& name) {
   try {
     return readRegularFile(name);
   } catch (const CToolError& error) {
-    std::cerr << "ttr: not included: " << oneLine(error.what()) << std::endl;
+    tell(std::string("not included: ") + error.what());
     return "";
   }
 }

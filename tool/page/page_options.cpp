@@ -1,12 +1,12 @@
 #include "page/page_options.h"
 
-#include <CLI/CLI.hpp>
 #include <charconv>
 #include <limits>
 #include <system_error>
 
 #include "TokenTemplateResolver/json_text.h"
 #include "files.h"
+#include "text/printable.h"
 #include "tool_error.h"
 
 namespace ttr {
@@ -21,7 +21,7 @@ Json::Value parseJson(const std::string& text, const std::string& path) {
   } catch (const Json::RuntimeError& error) {  // nested too deep
     throw CToolError(path, error.what());
   }
-  if (!errors.empty()) throw CToolError(path, errors);
+  if (!errors.empty()) throw CToolError(path, oneLine(errors));
   return value;
 }
 
@@ -31,37 +31,27 @@ bool readDimension(const char* begin, const char* end, int& dimension) {
   return error == std::errc() && stop == end && dimension >= 1;
 }
 
-void addValueOptions(CLI::App& command, CPageOptions& options) {
-  command
-      .add_option("--values", options.values,
-                  "JSON object with the values of the tokens, by default\n"
-                  "PAGE's neighbour NAME.values.json or values.json")
-      ->type_name("VALUES");
-  command.add_option("--size", options.size, "Screen size, by default 1280x720")
-      ->type_name("WIDTHxHEIGHT");
-}
-
-void addIncludeOptions(CLI::App& command, CPageOptions& options) {
-  command.add_option("--chdir", options.directory, "Directory that relative includes start from")
-      ->type_name("DIR");
-  command.add_option("--root", options.root, "Refuse to include files outside of this directory")
-      ->type_name("DIR");
-}
-
 }  // namespace
 
-void addPageOptions(CLI::App& command, CPageOptions& options) {
-  command.add_option("PAGE", options.page, "The page template, - for standard input")->required();
-  addValueOptions(command, options);
-  command.add_option("--pass", options.pass, "Show the Nth pass, as rotating loops advance")
-      ->type_name("N")
-      ->check(CLI::Range(1U, std::numeric_limits<unsigned>::max()));
-  addIncludeOptions(command, options);
+std::vector<COption> pageOptions(CPageOptions& options) {
+  std::vector<COption> all = sharedPageOptions(options);
+  all.insert(all.begin() + 2,
+             {"--pass", &options.pass, "Show the Nth pass, as rotating loops advance", "N",
+              CRange<unsigned>{1, std::numeric_limits<unsigned>::max()}});
+  all.insert(all.begin(), {"PAGE", &options.page, "The page template, - for standard input"});
+  return all;
 }
 
-void addSharedPageOptions(CLI::App& command, CPageOptions& options) {
-  addValueOptions(command, options);
-  addIncludeOptions(command, options);
+std::vector<COption> sharedPageOptions(CPageOptions& options) {
+  return {
+      {"--values", &options.values,
+       "JSON object with the values of the tokens, by default\n"
+       "PAGE's neighbour NAME.values.json or values.json",
+       "VALUES"},
+      {"--size", &options.size, "Screen size, by default 1280x720", "WIDTHxHEIGHT"},
+      {"--chdir", &options.directory, "Directory that relative includes start from", "DIR"},
+      {"--root", &options.root, "Refuse to include files outside of this directory", "DIR"},
+  };
 }
 
 std::string readPage(const CPageOptions& options) {

@@ -6,12 +6,10 @@
 #include <filesystem>
 #include <optional>
 #include <string>
+#include <vector>
 
+#include "command.h"
 #include "page/page_host.h"
-
-namespace CLI {
-class App;
-}
 
 namespace ttr {
 
@@ -25,10 +23,11 @@ struct CPageOptions {
   unsigned pass = 1;
 };
 
-void addPageOptions(CLI::App& command, CPageOptions& options);
+/// PAGE, and how it is run.
+std::vector<COption> pageOptions(CPageOptions& options);
 
 /// The same without PAGE and --pass, for a command that takes several pages.
-void addSharedPageOptions(CLI::App& command, CPageOptions& options);
+std::vector<COption> sharedPageOptions(CPageOptions& options);
 
 /// The text of the page.
 /// \throws CToolError when it cannot be read

@@ -8,7 +8,7 @@
 #include <memory>
 #include <utility>
 
-#include "tool_error.h"
+#include "text/printable.h"
 
 namespace ttr {
 namespace {
@@ -25,7 +25,7 @@ std::vector<CSourceFile::CSyntaxError> readErrors(const std::string& text,
     std::sscanf(text.c_str() + begin, "* Line %zu, Column %zu", &error.place.line,
                 &error.place.column);
     const std::size_t reason = std::min(text.find('\n', begin), text.size());
-    error.reason = oneLine(text.substr(reason, next - reason));
+    error.reason = joinedLines(text.substr(reason, next - reason));
     error.reason.erase(0, error.reason.find_first_not_of(' '));
     if (!error.reason.empty() && error.reason.back() == '.') error.reason.pop_back();
     errors.push_back(std::move(error));

@@ -3,10 +3,9 @@
 
 #include <unistd.h>
 
-#include <iostream>
-
 #include "check/check_report.h"
 #include "check/fault_list.h"
+#include "text/printable.h"
 
 namespace ttr {
 
@@ -23,7 +22,7 @@ void printFaults(const std::vector<CFault>& faults, const COutputOptions& option
   CCheckReport report;
   report.faults = faults;
   if (options.quiet) report = report.OnlyErrors();
-  std::cerr << textReport(report, useColour(options, STDERR_FILENO)) << std::flush;
+  writeStandardError(textReport(report, useColour(options, STDERR_FILENO)));
 }
 
 }  // namespace ttr

@@ -4,8 +4,8 @@
 #include <vector>
 
 #include "check/fault.h"
-#include "output_options.h"
 #include "preview/preview.h"
+#include "text/output_options.h"
 
 namespace ttr {
 

@@ -16,6 +16,7 @@
 #include "preview/picture.h"
 #include "preview/rsvg.h"
 #include "preview/viewer_page.h"
+#include "text/printable.h"
 
 namespace ttr {
 namespace {

@@ -1,18 +1,17 @@
 // `ttr preview`: a page and the values of its tokens in, pictures of the resolved page out.
-#include "preview/preview_command.h"
-
-#include <CLI/CLI.hpp>
+#include <algorithm>
 #include <memory>
 #include <string>
 #include <vector>
 
+#include "commands.h"
 #include "files.h"
-#include "output_options.h"
 #include "page/page_run.h"
 #include "preview/fault_output.h"
 #include "preview/output_name.h"
 #include "preview/preview.h"
 #include "preview/watch.h"
+#include "text/output_options.h"
 #include "tool_error.h"
 
 namespace ttr {
@@ -83,63 +82,57 @@ librsvg2-bin).
 Exit code: 0 clean, 1 when the page has faults (they are printed as 'ttr check' does), 2 when the
 page could not be resolved, or the command not be carried out.)";
 
-/// `--size`, which the options of a page have once, as often as one likes.
-void addSizes(CLI::App& command, std::vector<std::string>& sizes) {
-  command.remove_option(command.get_option("--size"));
-  command.add_option("--size", sizes, "Screen size, by default 1280x720; may be repeated")
-      ->type_name("WIDTHxHEIGHT")
-      ->expected(1)
-      ->take_all();
+/// PAGE and how it is run, with `--size` as often as one likes.
+std::vector<COption> pagesOptions(CPreviewOptions& options) {
+  std::vector<COption> all = pageOptions(options.page);
+  const auto isSize = [](const COption& option) { return option.names == "--size"; };
+  all.erase(std::find_if(all.begin(), all.end(), isSize));
+  all.push_back({"--size", &options.sizes, "Screen size, by default 1280x720; may be repeated",
+                 "WIDTHxHEIGHT"});
+  return all;
 }
 
-void addPreviewOptions(CLI::App& command, CPreviewOptions& options) {
-  addPageOptions(command, options.page);
-  addSizes(command, options.sizes);
-  command
-      .add_option("--passes", options.passes,
-                  "How many passes from --pass on; by default one, and\n"
-                  "for HTML and names with {pass} all until they repeat")
-      ->type_name("N")
-      ->check(CLI::Range(1U, CPageRunner::defaultPasses));
-  command
-      .add_option("-o,--output", options.outputs,
-                  "Write to this file, SVG, PNG or HTML by its ending; {size}\n"
-                  "and {pass} stand for the picture's; - for standard output;\n"
-                  "may be repeated")
-      ->type_name("FILE")
-      ->expected(1)
-      ->take_all();
-  command.add_option("--format", options.format, "Format of an output whose name does not tell it")
-      ->type_name("FORMAT")
-      ->check(CLI::IsMember({"svg", "png", "html"}));
-  command
-      .add_option("--assets", options.assets,
-                  "Show the PNG and JPEG images that the page names from this\n"
-                  "directory")
-      ->type_name("DIR");
+std::vector<COption> pictureOptions(CPreviewOptions& options) {
+  return {
+      {"--passes", &options.passes,
+       "How many passes from --pass on; by default one, and\n"
+       "for HTML and names with {pass} all until they repeat",
+       "N", CRange<unsigned>{1, CPageRunner::defaultPasses}},
+      {"-o,--output", &options.outputs,
+       "Write to this file, SVG, PNG or HTML by its ending; {size}\n"
+       "and {pass} stand for the picture's; - for standard output;\n"
+       "may be repeated",
+       "FILE"},
+      {"--format", &options.format, "Format of an output whose name does not tell it", "FORMAT",
+       CChoices{"svg", "png", "html"}},
+      {"--assets", &options.assets,
+       "Show the PNG and JPEG images that the page names from this\n"
+       "directory",
+       "DIR"},
+  };
 }
 
-void addWatchOptions(CLI::App& command, CPreviewCommand& options) {
-  command.add_flag("--watch", options.isWatched, "Go on, and write anew whenever a file changes");
-  CLI::Option* serve = command.add_flag("--serve", options.watch.serve,
-                                        "Watch, and show the preview to browsers on this machine:\n"
-                                        "prints the address, the browser follows by itself");
-  command.add_option("--port", options.watch.port, "Port to serve on, by default any that is free")
-      ->type_name("N")
-      ->check(CLI::Range(0, 65535))
-      ->needs(serve);
+std::vector<COption> watchOptions(CPreviewCommand& options) {
+  return {
+      {"--watch", &options.isWatched, "Go on, and write anew whenever a file changes"},
+      {"--serve", &options.watch.serve,
+       "Watch, and show the preview to browsers on this machine:\n"
+       "prints the address, the browser follows by itself"},
+      {"--port", &options.watch.port, "Port to serve on, by default any that is free", "N",
+       CRange<int>{0, 65535}, "--serve"},
+  };
 }
 
 }  // namespace
 
-void addPreviewCommand(CLI::App& app, int* exitCode) {
-  auto options = std::make_shared<CPreviewCommand>();
-  CLI::App* command = app.add_subcommand("preview", "Draw the resolved page as SVG, PNG or HTML");
-  addPreviewOptions(*command, options->preview);
-  addWatchOptions(*command, *options);
-  addOutputOptions(*command, options->output);
-  command->footer(examples);
-  command->callback([options, exitCode] { *exitCode = runPreview(*options); });
+CCommand previewCommand() {
+  const auto options = std::make_shared<CPreviewCommand>();
+  CCommand command{"preview", "Draw the resolved page as SVG, PNG or HTML", examples,
+                   [options] { return runPreview(*options); }, pagesOptions(options->preview)};
+  command.Add(pictureOptions(options->preview));
+  command.Add(watchOptions(*options));
+  command.Add(outputOptions(options->output));
+  return command;
 }
 
 }  // namespace ttr

@@ -11,6 +11,7 @@
 #include <cstring>
 #include <memory>
 
+#include "text/printable.h"
 #include "tool_error.h"
 
 namespace ttr {
@@ -88,7 +89,7 @@ std::string pngFromSvg(const std::string& svg) {
   if (WIFEXITED(status) && WEXITSTATUS(status) == 0 && !png.empty()) return png;
   if (WIFEXITED(status) && WEXITSTATUS(status) == notStarted) failAsMissing();
   const std::string reason = contents(errors.get());
-  throw CToolError(program, reason.empty() ? "it ended without a picture" : reason);
+  throw CToolError(program, reason.empty() ? "it ended without a picture" : joinedLines(reason));
 }
 
 }  // namespace ttr

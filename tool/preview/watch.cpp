@@ -23,6 +23,7 @@
 #include "preview/fault_output.h"
 #include "preview/file_watch.h"
 #include "preview/server.h"
+#include "text/printable.h"
 #include "tool_error.h"
 
 namespace ttr {
@@ -227,11 +228,11 @@ void CWatchedPreview::report() {
   m_built = true;
   printFaults(m_faults, m_watch.output);
   if (!m_outdated.empty()) {
-    if (m_faults.empty()) std::cerr << "ttr: " << oneLine(m_outdated) << std::endl;
+    if (m_faults.empty()) tell(m_outdated);
   } else if (!m_watch.output.quiet) {
     std::string names;
     for (const std::string& name : m_options.outputs) names += (names.empty() ? "" : ", ") + name;
-    std::cerr << "ttr: " << done << (names.empty() ? m_options.page.page : names) << std::endl;
+    tell(done + (names.empty() ? m_options.page.page : names));
   }
 }
 
@@ -258,7 +259,7 @@ void build(CWatchedPreview& preview, const CStopSignals& stop, bool first) {
   } catch (const std::exception& error) {
     if (stop.IsAsked()) return;
     if (first) throw;
-    std::cerr << "ttr: " << oneLine(error.what()) << std::endl;
+    tell(error.what());
   }
 }
 

@@ -1,8 +1,8 @@
 #ifndef TOOL_PREVIEW_WATCH_H
 #define TOOL_PREVIEW_WATCH_H
 
-#include "output_options.h"
 #include "preview/preview.h"
+#include "text/output_options.h"
 
 namespace ttr {
 

@@ -1,10 +1,8 @@
 // `ttr schema`: the JSON schema of templates, for editors.
-#include "schema/schema_command.h"
-
-#include <CLI/CLI.hpp>
 #include <memory>
 #include <string>
 
+#include "commands.h"
 #include "files.h"
 #include "schema/template_schema.h"
 
@@ -20,25 +18,24 @@ tell what they mean, and mark wrong values; docs/editor-setup.md shows how. ttr 
 
 Exit code: 0, or 2 when the command could not be carried out.)";
 
-void runSchema(const std::string& output) {
+int runSchema(const std::string& output) {
   if (output.empty()) {
     writeStandardOutput(templateSchema);
   } else {
     writeFile(output, templateSchema);
   }
+  return 0;
 }
 
 }  // namespace
 
-void addSchemaCommand(CLI::App& app, int* exitCode) {
-  auto output = std::make_shared<std::string>();
-  CLI::App* command = app.add_subcommand("schema", "Print the JSON schema of templates");
-  command->add_option("-o,--output", *output, "Write the schema to this file")->type_name("FILE");
-  command->footer(examples);
-  command->callback([output, exitCode] {
-    runSchema(*output);
-    *exitCode = 0;
-  });
+CCommand schemaCommand() {
+  const auto output = std::make_shared<std::string>();
+  return {"schema",
+          "Print the JSON schema of templates",
+          examples,
+          [output] { return runSchema(*output); },
+          {{"-o,--output", output.get(), "Write the schema to this file", "FILE"}}};
 }
 
 }  // namespace ttr

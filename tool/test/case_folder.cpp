@@ -158,7 +158,7 @@ CCaseResult runCase(const std::string& folder, const THandler& handle) {
   try {
     unmet = unmetExpectations(folder);
   } catch (const CToolError& error) {
-    result.failure = oneLine(error.what());
+    result.failure = error.what();
   }
   result.seconds = std::chrono::duration<double>(std::chrono::steady_clock::now() - start).count();
   for (const CExpectation& each : unmet) handle(each, result);

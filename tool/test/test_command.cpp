@@ -1,18 +1,16 @@
 // `ttr test`: case folders in, and out which of them do not give what they are expected to.
-#include "test/test_command.h"
-
 #include <unistd.h>
 
-#include <CLI/CLI.hpp>
 #include <algorithm>
 #include <memory>
 #include <string>
 #include <vector>
 
+#include "commands.h"
 #include "files.h"
-#include "output_options.h"
 #include "test/case_folder.h"
 #include "test/test_report.h"
+#include "text/output_options.h"
 #include "tool_error.h"
 
 namespace ttr {
@@ -71,16 +69,20 @@ carried out, as for a DIR without any case.)";
 
 }  // namespace
 
-void addTestCommand(CLI::App& app, int* exitCode) {
-  auto options = std::make_shared<CTestOptions>();
-  CLI::App* command = app.add_subcommand("test", "Compare pages with their expected results");
-  command->add_option("DIR", options->directory, "Directory with the case folders")->required();
-  command->add_flag("--update", options->update, "Write what pages give now where it differs");
-  command->add_option("--junit", options->junit, "Write a JUnit report too, - for it alone")
-      ->type_name("FILE");
-  addOutputOptions(*command, options->output);
-  command->footer(footer);
-  command->callback([options, exitCode] { *exitCode = runTest(*options); });
+CCommand testCommand() {
+  const auto options = std::make_shared<CTestOptions>();
+  CCommand command{
+      "test",
+      "Compare pages with their expected results",
+      footer,
+      [options] { return runTest(*options); },
+      {
+          {"DIR", &options->directory, "Directory with the case folders"},
+          {"--update", &options->update, "Write what pages give now where it differs"},
+          {"--junit", &options->junit, "Write a JUnit report too, - for it alone", "FILE"},
+      }};
+  command.Add(outputOptions(options->output));
+  return command;
 }
 
 }  // namespace ttr

@@ -1,3 +1,4 @@
+// Test: tests/tool/test/test_report_test.cpp
 #include "test/test_report.h"
 
 #include <algorithm>
@@ -7,8 +8,9 @@
 #include <locale>
 #include <sstream>
 
-#include "output_options.h"
 #include "test/xml_text.h"
+#include "text/output_options.h"
+#include "text/printable.h"
 
 namespace ttr {
 namespace {
@@ -19,10 +21,8 @@ std::string coloured(const std::string& diff, bool colour) {
   std::istringstream lines(diff);
   for (std::string line; std::getline(lines, line);) {
     const char mark = line.empty() ? ' ' : line[0];
-    if (mark == '-') line = styled(line, styleRed, colour);
-    if (mark == '+') line = styled(line, styleGreen, colour);
-    if (mark == '@') line = styled(line, styleCyan, colour);
-    text += line + '\n';
+    const eTextStyle style = mark == '-' ? styleRed : mark == '+' ? styleGreen : styleCyan;
+    text += styled(line, style, colour && (mark == '-' || mark == '+' || mark == '@')) + '\n';
   }
   return text;
 }
@@ -75,10 +75,11 @@ std::string testcase(const std::string& directory, const CCaseResult& result) {
 std::string caseReport(const CCaseResult& result, bool colour) {
   std::string text;
   if (failed(result)) {
-    text = styled("FAILED", styleRed, colour) + ' ' + result.folder + ": " + result.failure + '\n';
+    text = styled("FAILED", styleRed, colour) + ' ' +
+           printable(result.folder + ": " + result.failure) + '\n';
   }
   for (const std::string& file : result.updated) {
-    text += styled("updated", styleYellow, colour) + ' ' + file + '\n';
+    text += styled("updated", styleYellow, colour) + ' ' + printable(file) + '\n';
   }
   return text + coloured(result.diff, colour);
 }

@@ -7,6 +7,7 @@
 #include <vector>
 
 #include "diff/alignment.h"
+#include "text/printable.h"
 
 namespace ttr {
 namespace {
@@ -91,7 +92,7 @@ std::string unifiedDiff(const CNamedText& before, const CNamedText& after) {
     at = end;
   }
   if (hunks.empty()) return "";
-  return "--- " + before.name + "\n+++ " + after.name + '\n' + hunks;
+  return "--- " + printable(before.name) + "\n+++ " + printable(after.name) + '\n' + hunks;
 }
 
 }  // namespace ttr

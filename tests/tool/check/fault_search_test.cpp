@@ -10,8 +10,8 @@
 
 #include "check/fault_codes.h"
 #include "support/page_generator.h"
+#include "text/printable.h"
 #include "tool/support/page_folder.h"
-#include "tool_error.h"
 
 namespace {
 

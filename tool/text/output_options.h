@@ -2,10 +2,9 @@
 #define TOOL_OUTPUT_OPTIONS_H
 
 #include <string>
+#include <vector>
 
-namespace CLI {
-class App;
-}
+#include "command.h"
 
 namespace ttr {
 
@@ -15,14 +14,14 @@ struct COutputOptions {
   bool quiet = false;           ///< nothing but errors
 };
 
-/// Adds --color and -q, --quiet.
-void addOutputOptions(CLI::App& command, COutputOptions& options);
+/// --color and -q, --quiet.
+std::vector<COption> outputOptions(COutputOptions& options);
 
 /// True when text on `descriptor` is to be coloured: asked for, or "auto" on a terminal while the
 /// environment has no NO_COLOR.
 bool useColour(const COutputOptions& options, int descriptor);
 
-/// `text` in bold, red, green, yellow or cyan when `colour` says so.
+/// `text`, printable, in bold, red, green, yellow or cyan when `colour` says so.
 enum eTextStyle { styleBold = 1, styleRed = 31, styleGreen = 32, styleYellow = 33, styleCyan = 36 };
 std::string styled(const std::string& text, eTextStyle style, bool colour);
 
