@@ -9,6 +9,7 @@
 #include <vector>
 
 #include "TokenTemplateResolver/template_resolver.h"
+#include "support/frame_handler.h"
 #include "support/resolver_fixture.h"
 
 namespace {
@@ -633,6 +634,31 @@ TEST_F(BoundsElement, ObjectWithMembersThrows) {
   Enclose("[10, 20, 200, 100]");
   EXPECT_THROW(Bounds(Parse(R"({"x": 5})")), Json::LogicError);
   EXPECT_EQ(stack.frames().back().bounds, Parse("[]"));
+  EXPECT_EQ(Errors(), "");
+}
+
+TEST_F(BoundsElement, EmptyBoundsAreRecorded) {
+  Enclose("[10, 20, 200, 100]");
+  stack.BoundsSet(Parse("[1, 2, 3, 4]"));
+  EXPECT_EQ(Bounds(Parse("[]")), Parse("[]"));
+  EXPECT_EQ(stack.frames().back().bounds, Parse("[]"));
+  EXPECT_EQ(stack.boundsFind(), Parse("[10, 20, 200, 100]"));
+  EXPECT_EQ(Errors(), "");
+  stack.Clear();
+  EXPECT_EQ(Bounds(Parse("[]")), Parse("[]"));
+  EXPECT_EQ(Errors(), "CTemplateStack::BoundsSet: preconditions.\n");
+}
+
+TEST_F(BoundsElement, EnclosingBoundsAreLookedUpOnce) {
+  const CFrameHandler frame(&stack);
+  tokens.Set("frame", &frame);
+  Enclose("[10, 20, 50, 80]");
+  EXPECT_EQ(Bounds(Parse(R"j(["5$(frame.place)", 1, "50%", "50%"])j")), Parse("[15, 21, 25, 40]"));
+  Enclose("[10, 20, 50, 80]");
+  Json::Value layout = Parse(R"j([["5$(frame.place)", 1], [2, "50%"]])j");
+  resolver.processLayoutElement(layout);
+  EXPECT_EQ(layout, Parse("[[15, 21], [12, 60]]"));
+  EXPECT_EQ(stack.frames().back().bounds, Parse("[100, 200, 300, 400]"));
   EXPECT_EQ(Errors(), "");
 }
 

@@ -10,22 +10,20 @@
 #include <vector>
 
 #include "TokenTemplateResolver/template_resolver.h"
+#include "support/frame_handler.h"
+#include "support/frames_handler.h"
 #include "support/resolver_fixture.h"
 #include "support/throwing_handler.h"
 
 namespace {
 
-/// Answers what the host sees of the stack: `$(stack.size)`, `$(stack.context)` and
-/// `$(stack.bounds)` of the top frame; `$(stack.clear)` empties it.
-class CStackHandler : public ITokenHandler {
+/// Answers null and pushes a frame.
+class CPushingHandler : public ITokenHandler {
  public:
-  explicit CStackHandler(CTemplateStack* stack) : m_stack(stack) {}
+  explicit CPushingHandler(CTemplateStack* stack) : m_stack(stack) {}
 
-  Json::Value GetPartsValue(const CTokenParts& parts) const override {
-    if (parts[1] == "size") return Json::Value(static_cast<int>(m_stack->frames().size()));
-    if (parts[1] == "context") return m_stack->frames().back().context;
-    if (parts[1] == "bounds") return m_stack->frames().back().bounds;
-    if (parts[1] == "clear") m_stack->Clear();
+  Json::Value GetPartsValue(const CTokenParts& /*parts*/) const override {
+    m_stack->Push({Parse(R"({"pushed": 1})"), Parse("[]")});
     return Json::Value();
   }
 
@@ -58,6 +56,27 @@ TEST_F(ContentsWalk, PageWithoutContentsWinsAllTheSame) {
     EXPECT_EQ(Resolve(text), text);
     EXPECT_EQ(Errors(), "CTemplateResolver::processPageValue: Page must have Contents member.\n");
   }
+}
+
+TEST_F(ContentsWalk, ContextOfAPageWithoutContentsIsRecorded) {
+  Handle("volume", "7");
+  EXPECT_EQ(Resolve(R"j({"Contents":["$(volume)"],"Page":{"Context":{"a":"$(volume)"}}})j"),
+            R"j({"Contents":["$(volume)"],"Page":{"Context":{"a":7}}})j");
+  ASSERT_EQ(stack.frames().size(), 1U);
+  EXPECT_EQ(stack.frames()[0].context, Parse(R"({"a": 7})"));
+  EXPECT_EQ(stack.frames()[0].bounds, Parse("[0, 0, 1280, 720, null, null]"));
+  EXPECT_EQ(Errors(), "CTemplateResolver::processPageValue: Page must have Contents member.\n");
+
+  // In the frame on top, whichever that is.
+  stack.Push();
+  Json::Value page = Parse(R"({"Context": {"b": 8}})");
+  resolver.processPageValue(page);
+  EXPECT_EQ(page, Parse(R"({"Context": {"b": 8}})"));
+  ASSERT_EQ(stack.frames().size(), 2U);
+  EXPECT_EQ(stack.frames()[0].context, Parse(R"({"a": 7})"));
+  EXPECT_EQ(stack.frames()[1].context, Parse(R"({"b": 8})"));
+  EXPECT_EQ(stack.frames()[1].bounds, Parse("[]"));
+  EXPECT_EQ(Errors(), "CTemplateResolver::processPageValue: Page must have Contents member.\n");
 }
 
 TEST_F(ContentsWalk, DocumentWithoutPageAndContentsIsReported) {
@@ -103,10 +122,45 @@ TEST_F(ContentsWalk, PageThatIsArrayOrScalarThrows) {
 }
 
 TEST_F(ContentsWalk, PageIsWalkedOutsideAnyContainerAndFrame) {
-  CStackHandler handler(&stack);
-  tokens.Set("stack", &handler);
-  EXPECT_EQ(Resolve(R"j({"Page":{"Contents":["$(stack.size)",{"RenderType":3}],"Name":"$(x)"}})j"),
+  CFrameHandler handler(&stack);
+  tokens.Set("frame", &handler);
+  EXPECT_EQ(Resolve(R"j({"Page":{"Contents":["$(frame.depth)",{"RenderType":3}],"Name":"$(x)"}})j"),
             R"j({"Page":{"Contents":[1,{"RenderType":3}],"Name":"$(x)"}})j");
+  EXPECT_EQ(Errors(), "");
+}
+
+TEST_F(ContentsWalk, OnlyContextAndContentsOfAPageAreLookedAt) {
+  Handle("volume", "7");
+  const std::string others =
+      R"j("Bounds":[1,"$(volume)"],"Display":["$(volume)"],"RenderType":1024)j";
+  CFramesHandler frames(&stack);
+  tokens.Set("frames", &frames);
+  EXPECT_EQ(Resolve(R"j({"Page":{)j" + others + R"j(,"Contents":["$(frames)"]}})j"),
+            R"j({"Page":{"Bounds":[1,"$(volume)"],"Contents":[[{"bounds":)j"
+            R"j([0,0,1280,720,null,null],"context":{}}]],"Display":["$(volume)"],)j"
+            R"j("RenderType":1024}})j");
+  EXPECT_EQ(Errors(), "");
+}
+
+TEST_F(ContentsWalk, OnlyPageAndContentsOfADocumentAreLookedAt) {
+  Handle("volume", "7");
+  CFramesHandler frames(&stack);
+  tokens.Set("frames", &frames);
+  EXPECT_EQ(Resolve(R"j({"Bounds":[1,"$(volume)"],"Contents":["$(frames)"],)j"
+                    R"j("Context":{"a":"$(volume)"},"RenderType":1024})j"),
+            R"j({"Bounds":[1,"$(volume)"],"Contents":[[{"bounds":[0,0,1280,720,null,null],)j"
+            R"j("context":{}}]],"Context":{"a":"$(volume)"},"RenderType":1024})j");
+  EXPECT_EQ(Errors(), "");
+}
+
+TEST_F(ContentsWalk, PageWithoutContextLeavesTheOneInForce) {
+  CFramesHandler frames(&stack);
+  tokens.Set("frames", &frames);
+  resolver.Input(R"j({"Page":{"Contents":["$(frames)"]}})j");
+  stack.ContextSet(Parse(R"({"host": 1})"));
+  resolver.Process();
+  EXPECT_EQ(resolver.Output(), R"({"Page":{"Contents":[[{"bounds":[0,0,1280,720,null,null],)"
+                               R"("context":{"host":1}}]]}})");
   EXPECT_EQ(Errors(), "");
 }
 
@@ -214,11 +268,11 @@ TEST_F(ContentsWalk, HandlersAreAskedInTheOrderOfTheWalk) {
 // --- Frames ---
 
 TEST_F(ContentsWalk, EachElementGetsAFrameWhileItIsProcessed) {
-  CStackHandler handler(&stack);
-  tokens.Set("stack", &handler);
-  EXPECT_EQ(Resolve(R"j({"Contents":["$(stack.size)",{"RenderType":"$(stack.size)","Contents":[)j"
-                    R"j("$(stack.size)",{"Contents":["$(stack.size)"]},"$(stack.size)"]},)j"
-                    R"j({"Contents":["$(stack.size)"]},"$(stack.size)"]})j"),
+  CFrameHandler handler(&stack);
+  tokens.Set("frame", &handler);
+  EXPECT_EQ(Resolve(R"j({"Contents":["$(frame.depth)",{"RenderType":"$(frame.depth)","Contents":[)j"
+                    R"j("$(frame.depth)",{"Contents":["$(frame.depth)"]},"$(frame.depth)"]},)j"
+                    R"j({"Contents":["$(frame.depth)"]},"$(frame.depth)"]})j"),
             R"({"Contents":[1,{"Contents":[2,{"Contents":[3]},2],"RenderType":2},)"
             R"({"Contents":[2]},1]})");
   EXPECT_EQ(stack.frames().size(), 1U);
@@ -226,20 +280,96 @@ TEST_F(ContentsWalk, EachElementGetsAFrameWhileItIsProcessed) {
 }
 
 TEST_F(ContentsWalk, FrameOfAnElementIsFresh) {
-  CStackHandler handler(&stack);
-  tokens.Set("stack", &handler);
-  EXPECT_EQ(Resolve(R"j({"Contents":["$(stack.bounds)",)j"
-                    R"j({"Contents":["$(stack.context)","$(stack.bounds)"]}]})j"),
+  CFrameHandler handler(&stack);
+  tokens.Set("frame", &handler);
+  EXPECT_EQ(Resolve(R"j({"Contents":["$(frame.bounds)",)j"
+                    R"j({"Contents":["$(frame.context)","$(frame.bounds)"]}]})j"),
             R"({"Contents":[[0,0,1280,720,null,null],{"Contents":[{},[]]}]})");
   EXPECT_EQ(Errors(), "");
 }
 
 TEST_F(ContentsWalk, PopOfAStackThatTheHostEmptiedIsReported) {
-  CStackHandler handler(&stack);
-  tokens.Set("stack", &handler);
-  EXPECT_EQ(Resolve(R"j({"Contents":[{"Contents":["$(stack.clear)"]},"A.PNG"]})j"),
+  CFrameHandler handler(&stack);
+  tokens.Set("frame", &handler);
+  EXPECT_EQ(Resolve(R"j({"Contents":[{"Contents":["$(frame.clear)"]},"A.PNG"]})j"),
             R"({"Contents":[{"Contents":[null]},"a.png"]})");
   EXPECT_EQ(Errors(), "CTemplateStack::Pop: preconditions.\n");
+  EXPECT_TRUE(stack.frames().empty());
+}
+
+TEST_F(ContentsWalk, OneFrameIsTakenAwayWhicheverAHandlerPushed) {
+  const CPushingHandler handler(&stack);
+  tokens.Set("push", &handler);
+  EXPECT_EQ(Resolve(R"j({"Contents":[{"Context":{"a":1},"Contents":["$(push)","$(push)"]}]})j"),
+            R"({"Contents":[{"Contents":[null,null],"Context":{"a":1}}]})");
+  ASSERT_EQ(stack.frames().size(), 3U);
+  EXPECT_EQ(stack.frames()[1].context, Parse(R"({"a": 1})"));
+  EXPECT_EQ(stack.frames()[2].context, Parse(R"({"pushed": 1})"));
+  EXPECT_EQ(Errors(), "");
+}
+
+TEST_F(ContentsWalk, EachMemberIsProcessedInTheFrameOfItsElement) {
+  CFramesHandler frames(&stack);
+  tokens.Set("frames", &frames);
+  const std::string members =
+      R"j({"Bounds":["$(frames.bounds)",2,3,4,"$(frames.fifth)"],)j"
+      R"j("Context":{"a":"$(frames.context)"},"Display":["$(frames.display)"],)j"
+      R"j("Layout":[["$(frames.layout)",0]],"Play":["$(frames.play)"],)j"
+      R"j("Prec":["$(frames.prec)"],"RenderType":"$(frames.type)")j";
+  std::vector<std::string> seen = {R"(context {}[])", R"(bounds {"a":1}[])", R"(fifth {"a":1}[])"};
+  for (const char* name : {"layout", "display", "play", "prec", "type"}) {
+    seen.push_back(name + std::string(R"( {"a":1}[1,2,3,4,1])"));
+  }
+  ResolveEntry(members + "}");
+  EXPECT_EQ(frames.Take(), seen);
+  ResolveEntry(members + R"j(,"Contents":["$(frames.entry)",{"Contents":["$(frames.inner)"]}]})j");
+  seen.push_back(R"(entry {"a":1}[1,2,3,4,1])");
+  seen.push_back(R"(inner {"a":1}[1,2,3,4,1] {}[])");
+  EXPECT_EQ(frames.Take(), seen);
+  EXPECT_EQ(Errors(), "");
+}
+
+TEST_F(ContentsWalk, EveryElementTakesItsFrameAwayAndNoMore) {
+  const char* const elements[] = {
+      "{}",
+      R"({"Context":{"b":2}})",
+      R"({"Context":[]})",
+      R"({"Bounds":[1,2,3,4]})",
+      R"({"Bounds":"x"})",
+      R"({"Context":{"b":2},"Bounds":[1,2,3,4],"Layout":[[1,2]],"Contents":[{"Context":{"c":3}}]})",
+      R"({"RenderType":1024,"Contents":[{"RenderType":1024}]})",
+      R"({"Contents":5})",
+      R"({"Context":{"b":2},"Bounds":[1,2,3,4],"If":{"Condition":1,"Contents":["x",{}]}})",
+      R"({"Context":{"b":2},"Bounds":[1,2,3,4],"If":{"Condition":0,"Contents":["x"]}})",
+      R"({"If":{"Condition":1}})",
+      R"({"If":{}})",
+      R"({"Context":{"b":2},"Include":{}})",
+      R"({"Include":{"Filename":"/no/such/file"}})",
+      R"({"Loop":{}})",
+      R"({"Context":{"b":2},"Loop":{"List":[]}})",
+      R"({"Loop":{"List":[1,2],"Value":"v","Layout":[[[0,0],[1,1]]],"Contents":[{}]}})",
+      R"({"Loop":{"List":[1,2],"Value":"v","Layout":[[[0,0]]],"Contents":[{}]}})",
+      R"({"Loop":{"List":[1,2],"Value":"v","Layout":5}})",
+      R"({"Loop":{"List":[1,2],"Var":"i","Bounds":[1,2,3,4],"Contents":["x",{}]}})",
+      R"({"Loop":{"List":[],"Bounds":[1,2,3,4]}})",
+  };
+  CFramesHandler frames(&stack);
+  tokens.Set("frames", &frames);
+  for (const char* element : elements) {
+    SCOPED_TRACE(element);
+    const Json::Value page =
+        Parse(Resolve(R"j({"Page":{"Context":{"a":1},"Contents":["$(frames)",{"Context":{"p":2},)j"
+                      R"j("Bounds":[5,6],"Contents":["$(frames)",)j" +
+                      std::string(element) + R"j(,"$(frames)"]},"$(frames)"]}})j"));
+    Errors();
+    const Json::Value& outer = page["Page"]["Contents"];
+    EXPECT_EQ(outer[0], Parse(R"([{"context": {"a": 1},
+                                   "bounds": [0, 0, 1280, 720, null, null]}])"));
+    EXPECT_EQ(outer[1]["Contents"][0][1], Parse(R"({"context": {"p": 2}, "bounds": [5, 6]})"));
+    EXPECT_EQ(outer[1]["Contents"][2], outer[1]["Contents"][0]);
+    EXPECT_EQ(outer[2], outer[0]);
+    EXPECT_EQ(frames.All(), outer[0]);
+  }
 }
 
 TEST_F(ContentsWalk, ExceptionLeavesTheFramesAndWhatIsResolved) {
@@ -257,6 +387,11 @@ TEST_F(ContentsWalk, ExceptionLeavesTheFramesAndWhatIsResolved) {
        R"j({"Contents":[{"Contents":["A.PNG"],"RenderType":"$(host)"}]})j", 2},
       {R"j({"Page":{"Contents":[{"Contents":["A.PNG",{"Contents":["$(host)"]}]}]}})j",
        R"j({"Page":{"Contents":[{"Contents":["a.png",{"Contents":["$(host)"]}]}]}})j", 3},
+      // Marks are made before the contents are walked.
+      {R"j({"Contents":[{"Contents":[{"Contents":["$(host)"],"RenderType":3}],"RenderType":1024}]})j",
+       R"j({"Contents":[{"Contents":[{"Container":1,"Contents":["$(host)"],"RenderType":3}],)j"
+       R"j("Frame":{"Id":1},"RenderType":1024}]})j",
+       3},
   };
   for (const auto& c : cases) {
     SCOPED_TRACE(c.text);
@@ -265,6 +400,64 @@ TEST_F(ContentsWalk, ExceptionLeavesTheFramesAndWhatIsResolved) {
     EXPECT_THROW(resolver.Process(), CHostError);
     EXPECT_EQ(resolver.Output(), c.left);
     EXPECT_EQ(stack.frames().size(), c.frames);
+    EXPECT_EQ(Errors(), "");
+  }
+}
+
+TEST_F(ContentsWalk, ExceptionLeavesInTheFrameWhatWasRecordedBefore) {
+  CThrowingHandler handler;
+  tokens.Set("host", &handler);
+  const char* const contextAndBounds = R"("Context":{"a":1},"Bounds":[1,2],)";
+  const struct {
+    const char* recorded;
+    const char* throwing;
+    const char* context;
+    const char* bounds;
+  } cases[] = {
+      {"", R"j("Context":{"a":1,"b":"$(host)"})j", "{}", "[]"},
+      {R"("Context":{"a":1},)", R"j("Bounds":[1,"$(host)"])j", R"({"a": 1})", "[]"},
+      {R"("Context":{"a":1},)", R"j("Bounds":[1,2,3,4,"$(host)"])j", R"({"a": 1})", "[]"},
+      {contextAndBounds, R"j("Include":{"Filename":"$(host)"})j", R"({"a": 1})", "[1, 2]"},
+      {contextAndBounds, R"j("If":{"Condition":"$(host)"})j", R"({"a": 1})", "[1, 2]"},
+      {contextAndBounds, R"j("If":{"Condition":1,"Contents":["$(host)"]})j", R"({"a": 1})",
+       "[1, 2]"},
+      {contextAndBounds, R"j("Layout":[["$(host)"]])j", R"({"a": 1})", "[1, 2]"},
+      {contextAndBounds, R"j("Display":["$(host)"])j", R"({"a": 1})", "[1, 2]"},
+      {contextAndBounds, R"j("Play":["$(host)"])j", R"({"a": 1})", "[1, 2]"},
+      {contextAndBounds, R"j("Prec":["$(host)"])j", R"({"a": 1})", "[1, 2]"},
+      {contextAndBounds, R"j("RenderType":"$(host)")j", R"({"a": 1})", "[1, 2]"},
+      {contextAndBounds, R"j("Contents":["$(host)"])j", R"({"a": 1})", "[1, 2]"},
+  };
+  for (const auto& c : cases) {
+    SCOPED_TRACE(c.throwing);
+    resolver.Input(R"({"Page":{"Context":{"p":1},"Contents":[{)" + std::string(c.recorded) +
+                   c.throwing + "}]}}");
+    EXPECT_THROW(resolver.Process(), CHostError);
+    ASSERT_EQ(stack.frames().size(), 2U);
+    EXPECT_EQ(stack.frames()[1].context, Parse(c.context));
+    EXPECT_EQ(stack.frames()[1].bounds, Parse(c.bounds));
+    EXPECT_EQ(stack.frames()[0].context, Parse(R"({"p": 1})"));
+    EXPECT_EQ(stack.frames()[0].bounds, Parse("[0, 0, 1280, 720, null, null]"));
+    EXPECT_EQ(Errors(), "");
+  }
+}
+
+TEST_F(ContentsWalk, ExceptionLeavesTheContextOfThePage) {
+  CThrowingHandler handler;
+  tokens.Set("host", &handler);
+  const struct {
+    const char* page;
+    const char* context;
+  } cases[] = {
+      {R"j({"Context":{"a":1,"b":"$(host)"},"Contents":[]})j", "{}"},
+      {R"j({"Context":{"a":1},"Contents":["$(host)"]})j", R"({"a": 1})"},
+  };
+  for (const auto& c : cases) {
+    SCOPED_TRACE(c.page);
+    resolver.Input(R"({"Page":)" + std::string(c.page) + "}");
+    EXPECT_THROW(resolver.Process(), CHostError);
+    ASSERT_EQ(stack.frames().size(), 1U);
+    EXPECT_EQ(stack.frames()[0].context, Parse(c.context));
     EXPECT_EQ(Errors(), "");
   }
 }
@@ -293,6 +486,22 @@ TEST_F(ContentsWalk, ElementThatIsNoObjectIsReportedAndKept) {
     EXPECT_EQ(element, Parse(text));
     EXPECT_EQ(Errors(), "CTemplateResolver::processContentsObject: JSON value not an object.\n");
   }
+}
+
+TEST_F(ContentsWalk, ElementAloneIsProcessedInTheFrameOnTop) {
+  CFramesHandler frames(&stack);
+  tokens.Set("frames", &frames);
+  resolver.Input("{}");
+  stack.Push();
+  Json::Value element = Parse(R"j({"Context": {"a": "$(frames.context)"}, "Bounds": [1, 2],
+                                   "Play": ["$(frames.play)"]})j");
+  resolver.processContentsObject(element, 0);
+  EXPECT_EQ(frames.Take(), (std::vector<std::string>{"context {}[]", R"(play {"a":1}[1,2])"}));
+  ASSERT_EQ(stack.frames().size(), 2U);
+  EXPECT_EQ(stack.frames()[1].context, Parse(R"({"a": 1})"));
+  EXPECT_EQ(stack.frames()[1].bounds, Parse("[1, 2]"));
+  EXPECT_EQ(stack.frames()[0].context, Parse("{}"));
+  EXPECT_EQ(Errors(), "");
 }
 
 TEST_F(ContentsWalk, OtherMembersAreLeftUntouched) {
@@ -611,6 +820,7 @@ TEST_F(ContentsWalk, FrameThatCannotHoldAnIdThrows) {
     EXPECT_THROW(resolver.Process(), Json::LogicError);
     EXPECT_EQ(resolver.Output(), text);
     EXPECT_EQ(stack.frames().size(), 2U);
+    EXPECT_EQ(resolver.nextContainerID(), 2);  // the id is used up all the same
     EXPECT_EQ(Errors(), "");
   }
 }

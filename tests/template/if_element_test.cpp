@@ -13,6 +13,7 @@
 
 #include "TokenTemplateResolver/json_text.h"
 #include "TokenTemplateResolver/template_resolver.h"
+#include "support/frames_handler.h"
 #include "support/resolver_fixture.h"
 #include "support/throwing_handler.h"
 
@@ -560,6 +561,19 @@ TEST_F(IfElement, ContextAndBoundsOfTheElementAreInForce) {
                          R"j("Contents":["x"]}})j"),
             R"({"Contents":["x"]})");
   EXPECT_EQ(stack.frames().size(), 1U);
+  EXPECT_EQ(Errors(), "");
+}
+
+TEST_F(IfElement, AllIsProcessedInTheFrameOfTheElement) {
+  CFramesHandler frames(&stack);
+  tokens.Set("frames", &frames);
+  EXPECT_EQ(Resolve(R"j({"Contents":[{"Context":{"a":2},"Bounds":[3,4],"If":{)j"
+                    R"j("Condition":"$(frames.condition)","==":"$(frames.operand)",)j"
+                    R"j("Contents":["$(frames.entry)",{"Contents":["$(frames.inner)"]}]}}]})j"),
+            R"({"Contents":[{"Contents":[1,{"Contents":[1]}]}]})");
+  EXPECT_EQ(frames.Take(),
+            (std::vector<std::string>{R"(condition {"a":2}[3,4])", R"(operand {"a":2}[3,4])",
+                                      R"(entry {"a":2}[3,4])", R"(inner {"a":2}[3,4] {}[])"}));
   EXPECT_EQ(Errors(), "");
 }
 

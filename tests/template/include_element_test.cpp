@@ -11,6 +11,7 @@
 #include <vector>
 
 #include "TokenTemplateResolver/template_resolver.h"
+#include "support/frames_handler.h"
 #include "support/resolver_fixture.h"
 #include "support/throwing_handler.h"
 
@@ -370,13 +371,31 @@ TEST_F(IncludeElement, ExceptionKeepsTheDepthUntilTheNextProcess) {
   EXPECT_EQ(Errors(), "");
 }
 
+TEST_F(IncludeElement, NeitherInputNorAnEndedProcessTakesTheDepthBack) {
+  const CThrowingHandler handler;
+  tokens.Set("host", &handler);
+  File("self", R"({"Contents":[{"Include":{"Filename":"self"}}]})");
+  File("bad", R"j({"Contents":["$(host)"]})j");
+  EXPECT_THROW(Resolve(R"({"Contents":[{"Include":{"Filename":"bad"}}]})"), CHostError);
+  EXPECT_EQ(Included(R"({"Filename":"self"})"), Parse(Nested(10, "null")));
+  EXPECT_EQ(Errors(), depthMessage);
+  resolver.Input("{}");
+  EXPECT_EQ(Included(R"({"Filename":"self"})"), Parse(Nested(10, "null")));
+  EXPECT_EQ(Errors(), depthMessage);
+  EXPECT_EQ(Resolve(R"({"Contents":[]})"), R"({"Contents":[]})");
+  EXPECT_EQ(Included(R"({"Filename":"self"})"), Parse(Nested(11, "null")));
+  EXPECT_EQ(Errors(), depthMessage);
+}
+
 TEST_F(IncludeElement, ExceptionBeforeTheFileDoesNotCount) {
   const CThrowingHandler handler;
   tokens.Set("host", &handler);
   File("a", R"({"Contents":["x"]})");
+  File("deep", std::string(2000, '['));
   for (int i = 0; i < 12; ++i) {
     EXPECT_THROW(Included("5"), Json::LogicError);
     EXPECT_THROW(Included(R"j({"Filename":"$(host)"})j"), CHostError);
+    EXPECT_THROW(Included(R"({"Filename":"deep"})"), Json::RuntimeError);
   }
   EXPECT_EQ(Included(R"({"Filename":"a"})"), Parse(R"({"Contents":["x"]})"));
   EXPECT_EQ(Errors(), "");
@@ -442,6 +461,41 @@ TEST_F(IncludeElement, ContextOfTheIncludedPageReplacesThatOfTheElement) {
   ASSERT_EQ(stack.frames().size(), 1U);
   EXPECT_EQ(stack.frames()[0].context, Parse(R"({"p": 3})"));
   EXPECT_EQ(Errors(), "");
+}
+
+TEST_F(IncludeElement, DocumentIsWalkedInTheFrameOfTheElement) {
+  CFramesHandler frames(&stack);
+  tokens.Set("frames", &frames);
+  File("a1", R"j({"Contents":["$(frames.entry)"]})j");
+  File("b1", R"j({"Page":{"Contents":["$(frames.entry)"]}})j");
+  File("c1", R"j({"Page":{"Context":{"c":"$(frames.context)"},"Contents":["$(frames.entry)"]}})j");
+  const struct {
+    const char* name;
+    std::vector<std::string> seen;
+  } cases[] = {
+      {"a", {R"(file {"a":2}[3,4])", R"(entry {"a":2}[3,4])"}},
+      {"b", {R"(file {"a":2}[3,4])", R"(entry {"a":2}[3,4])"}},
+      {"c", {R"(file {"a":2}[3,4])", R"(context {"a":2}[3,4])", R"(entry {"c":1}[3,4])"}},
+  };
+  for (const auto& c : cases) {
+    SCOPED_TRACE(c.name);
+    ResolveEntry(R"({"Context":{"a":2},"Bounds":[3,4],"Include":{"Filename":")" +
+                 std::string(c.name) + R"j($(frames.file)"}})j");
+    EXPECT_EQ(frames.Take(), c.seen);
+    EXPECT_EQ(Errors(), "");
+  }
+}
+
+TEST_F(IncludeElement, ContextOfAnIncludedPageWithoutContentsIsRecorded) {
+  File("a", R"({"Page":{"Context":{"c":1}}})");
+  resolver.Input("{}");
+  stack.Push({Parse(R"({"a": 1})"), Parse("[1, 2]")});
+  EXPECT_EQ(Included(R"({"Filename":"a"})"), Parse(R"({"Page":{"Context":{"c":1}}})"));
+  ASSERT_EQ(stack.frames().size(), 2U);
+  EXPECT_EQ(stack.frames()[1].context, Parse(R"({"c": 1})"));
+  EXPECT_EQ(stack.frames()[1].bounds, Parse("[1, 2]"));
+  EXPECT_EQ(stack.frames()[0].context, Parse("{}"));
+  EXPECT_EQ(Errors(), "CTemplateResolver::processPageValue: Page must have Contents member.\n");
 }
 
 TEST_F(IncludeElement, IncludedDocumentStandsOutsideTheContainer) {

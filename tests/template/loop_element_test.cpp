@@ -7,9 +7,25 @@
 #include "TokenTemplateHandlers/context_handler.h"
 #include "TokenTemplateResolver/json_text.h"
 #include "support/frame_handler.h"
+#include "support/frames_handler.h"
 #include "support/resolver_fixture.h"
+#include "support/throwing_handler.h"
 
 namespace {
+
+/// Answers null and puts the context {"host": 1} in force.
+class CContextSettingHandler : public ITokenHandler {
+ public:
+  explicit CContextSettingHandler(CTemplateStack* stack) : m_stack(stack) {}
+
+  Json::Value GetPartsValue(const CTokenParts& /*parts*/) const override {
+    m_stack->ContextSet(Parse(R"({"host": 1})"));
+    return Json::Value();
+  }
+
+ private:
+  CTemplateStack* m_stack;
+};
 
 class LoopElement : public ResolverTest {
  protected:
@@ -224,6 +240,7 @@ TEST_F(LoopElement, RotationBindsVarKeyAndValueOnly) {
     const char* context;
   } cases[] = {
       {R"("Var": "i", "Key": "k", "Value": "v")", R"({"i":1,"k":1,"v":"b"})"},
+      {R"("Var": "i", "Key": "k")", R"({"i":1,"k":1})"},
       {R"("Count": "n", "RowVar": "r", "ColVar": "c")", "{}"},
       {R"("Var": "", "Key": 5, "Value": ["v"])", "{}"},
       {R"j("Var": "$(n)")j", R"j({"$(n)":1})j"},
@@ -474,6 +491,33 @@ TEST_F(LoopElement, IdIsTakenBeforeTheContentsAreWalked) {
   EXPECT_EQ(Errors(), "CTemplateResolver::processContentsObject: Nested containers unsupported.\n");
 }
 
+TEST_F(LoopElement, ExceptionsUseUpTheIdThatWasTakenBefore) {
+  const CThrowingHandler handler;
+  tokens.Set("host", &handler);
+  const struct {
+    const char* members;
+    int nextId;
+  } cases[] = {
+      {R"j("List": "$(host)", "Bounds": [0,0,1,1])j", 1},
+      {R"j("Size": "$(host)", "Bounds": [0,0,1,1])j", 1},
+      {R"j("List": [1], "Bounds": [["$(host)", 0]])j", 1},
+      {R"j("List": [1], "Bounds": [0,0,1,1], "Contents": ["$(host)"])j", 2},
+      {R"j("List": "$(host)", "Layout": [[[0,0]]])j", 1},
+      {R"j("Size": "$(host)", "Layout": [[[0,0]]])j", 1},
+      {R"j("List": [1], "CellWidth": "$(host)")j", 2},
+      {R"j("List": [1], "Layout": [[["$(host)",0]]])j", 2},
+      {R"j("List": [1], "Layout": [[[0,0]]], "Contents": ["$(host)"])j", 2},
+  };
+  for (const auto& c : cases) {
+    SCOPED_TRACE(c.members);
+    CTemplateResolver fresh(&tokens, &stack);
+    Json::Value loop = Parse("{" + std::string(c.members) + "}");
+    EXPECT_THROW(fresh.processContentsLoopElement(loop, 7), CHostError);
+    EXPECT_EQ(fresh.nextContainerID(), c.nextId);
+    EXPECT_EQ(Errors(), "");
+  }
+}
+
 TEST_F(LoopElement, SecondPassTakesAWrappedLoopForANestedContainer) {
   EXPECT_EQ(Resolve(R"({"Contents": [{"RenderType": 1024, "Bounds": [10,20,30,40], "Contents": [
                 {"Loop": {"List": [1], "Bounds": [1,2,3,4], "Contents": ["a"]}}]}]})"),
@@ -542,6 +586,51 @@ TEST_F(LoopElement, FrameIsPushedFreshBeforeTheListIsRead) {
   EXPECT_EQ(Errors(), "");
 }
 
+TEST_F(LoopElement, EachMemberIsProcessedInTheFrameOfTheLoop) {
+  CFramesHandler frames(&stack);
+  tokens.Set("frames", &frames);
+  const std::string range =
+      R"j("List":"$(frames.list)","Start":"$(frames.start)","Stop":"$(frames.stop)",)j"
+      R"j("Offset":"$(frames.offset)","Size":"$(frames.size)")j";
+  const std::string contents = R"j("Contents":["$(frames.entry)",{"Contents":["$(frames.in)"]}])j";
+  const struct {
+    std::string loop;
+    std::vector<std::string> seen;  // above the frame of the element
+  } cases[] = {
+      {range + R"j(,"Var":"i","Bounds":[["$(frames.bounds)",0]],)j" + contents,
+       {"list {}[]", "start {}[]", "stop {}[]", "offset {}[]", "size {}[]", "bounds {}[]",
+        R"(entry {"i":2}[])", R"(in {"i":2}[] {}[])"}},
+      {range + R"j(,"Bounds":[["$(frames.bounds)",0]],)j" + contents,
+       {"list {}[]", "start {}[]", "stop {}[]", "offset {}[]", "size {}[]", "bounds {}[]",
+        "entry {}[]", "in {}[] {}[]"}},
+      {range + R"j(,"Var":"i","Count":"n","CellWidth":"$(frames.width)",)j" +
+           R"j("CellHeight":"$(frames.height)","Layout":[[["$(frames.x)","$(frames.y)"]]],)j" +
+           contents,
+       {"list {}[]", "start {}[]", "stop {}[]", "offset {}[]", "size {}[]", "width {}[]",
+        "height {}[]", "x {}[]", "y {}[]", R"(entry {"i":2,"n":0}[4,5,1,1,null,null])",
+        R"(in {"i":2,"n":0}[4,5,1,1,null,null] {}[])"}},
+  };
+  for (auto c : cases) {
+    SCOPED_TRACE(c.loop);
+    Resolve(R"({"Contents":[{"Context":{"a":2},"Bounds":[3,4],"Loop":{)" + c.loop + "}}]}");
+    for (std::string& seen : c.seen) seen.insert(seen.find(' '), R"( {"a":2}[3,4])");
+    EXPECT_EQ(frames.Take(), c.seen);
+    EXPECT_EQ(Errors(), "");
+  }
+}
+
+TEST_F(LoopElement, WhatAHandlerDoesToTheVariablesOfARotationStays) {
+  const CContextSettingHandler set(&stack);
+  tokens.Set("set", &set);
+  EXPECT_EQ(Expand(R"j("List": [7], "Value": "v", "Bounds": [],
+                       "Contents": ["$(frame.context)", "$(set)", "$(frame.context)"])j"),
+            R"({"Contents":[{"v":7},null,{"host":1}]})");
+  // Without a name, too, the variables take the place of what was there.
+  EXPECT_EQ(Expand(R"j("List": "$(set)", "Bounds": [], "Contents": ["$(frame.context)"])j"),
+            R"({"Contents":[{}]})");
+  EXPECT_EQ(Errors(), "CTemplateResolver::loopElementGetRange: Unable to determine start value.\n");
+}
+
 TEST_F(LoopElement, EmptyStackIsReported) {
   const char* const members = R"j("List": "$(frame.clear)", "Start": 0, "Size": 1, "Var": "i",
                                   "Bounds": [], "Contents": ["$(nobody)"])j";
@@ -549,6 +638,11 @@ TEST_F(LoopElement, EmptyStackIsReported) {
   EXPECT_EQ(Errors(),
             "CTemplateStack::ContextSet: preconditions.\n"
             "CTokenResolver::GetTokenValue: no token handler for: nobody.\n"
+            "CTemplateStack::Pop: preconditions.\n");
+  EXPECT_EQ(Expand(R"j("List": "$(frame.clear)", "Start": 0, "Size": 1, "Bounds": [])j"),
+            R"({"Contents":[]})");
+  EXPECT_EQ(Errors(),
+            "CTemplateStack::ContextSet: preconditions.\n"
             "CTemplateStack::Pop: preconditions.\n");
   EXPECT_EQ(Expand(R"j("List": "$(frame.clear)")j", 1),
             R"({"Bounds":[-1,-1,1,1,0,0],"Frame":{"Align":"None","Container":1,"Flow":"None",)"

@@ -14,7 +14,9 @@
 #include "TokenTemplateHandlers/context_handler.h"
 #include "TokenTemplateResolver/json_text.h"
 #include "support/frame_handler.h"
+#include "support/frames_handler.h"
 #include "support/resolver_fixture.h"
+#include "support/throwing_handler.h"
 
 namespace {
 
@@ -22,25 +24,6 @@ constexpr int lowestInt = std::numeric_limits<int>::min();
 constexpr int highestInt = std::numeric_limits<int>::max();
 const char* const tooMany =
     "CTemplateResolver::loopElementIterate: too many elements for grid. Remainder discarded.\n";
-
-/// `$(frames)` is all that a host sees of the stack, the bottom frame first.
-class CFramesHandler : public ITokenHandler {
- public:
-  explicit CFramesHandler(const CTemplateStack* stack) : m_stack(stack) {}
-
-  Json::Value GetPartsValue(const CTokenParts& /*parts*/) const override {
-    Json::Value frames(Json::arrayValue);
-    for (const CTemplateStack::CStackFrame& frame : m_stack->frames()) {
-      Json::Value& entry = frames.append(Json::Value(Json::objectValue));
-      entry["context"] = frame.context;
-      entry["bounds"] = frame.bounds;
-    }
-    return frames;
-  }
-
- private:
-  const CTemplateStack* m_stack;
-};
 
 /// Answers null and, while it is given bounds or contexts, puts one of each in force: those that
 /// come next in turn.
@@ -157,7 +140,7 @@ class LoopGrid : public ResolverTest {
     EXPECT_EQ(description, loop);
     outcome.text = jsoncpp_string::toString(outcome.value);
     outcome.errors = Errors();
-    outcome.frames = m_frames.GetPartsValue({});
+    outcome.frames = m_frames.All();
     return outcome;
   }
 
@@ -776,6 +759,61 @@ TEST_F(LoopGrid, EmptyStackIsReportedForEachCopy) {
             "CTemplateStack::Pop: preconditions.\n");
 }
 
+TEST_F(LoopGrid, EmptyStackIsReportedWithoutNamesAndContentsToo) {
+  EXPECT_EQ(Expand(R"j("Start": 0, "Size": 2, "CellWidth": "$(frame.clear)",
+                       "Layout": [[[0,0],[1,0]]])j"),
+            R"({"Contents":[]})");
+  EXPECT_EQ(Errors(),
+            "CTemplateStack::BoundsSet: preconditions.\n"
+            "CTemplateStack::ContextSet: preconditions.\n"
+            "CTemplateStack::BoundsSet: preconditions.\n"
+            "CTemplateStack::ContextSet: preconditions.\n"
+            "CTemplateStack::Pop: preconditions.\n");
+}
+
+TEST_F(LoopGrid, StepLeavesTheLastCellInItsFrame) {
+  const struct {
+    const char* members;
+    const char* context;
+    const char* bounds;
+    const char* errors;
+  } cases[] = {
+      {R"("Var": "i", "Count": "n", "Layout": [[[1,2],[3,4],[5,6],[7,8],[9,10],[11,-12]]])",
+       R"({"i": 8, "n": 5})", "[11, null, 30, 0, null, null]", ""},
+      {R"("Var": "i", "Count": "n", "Layout": [[[1,2],[3,4]]])", R"({"i": 4, "n": 1})",
+       "[3, 4, 30, 0, null, null]", tooMany},
+      {R"("Layout": [[[1,2],[3,4]]])", "{}", "[3, 4, 30, 0, null, null]", tooMany},
+      {R"("Var": "i", "Layout": [[]])", R"({"before": 1})", "[-1, -1]", tooMany},
+      {R"("Var": "i", "Layout": 5)", R"({"before": 1})", "[-1, -1]",
+       "CTemplateResolver::loopElementIterate: Layout must be an array\n"},
+  };
+  for (const auto& c : cases) {
+    for (const char* contents : {"", R"(, "Contents": ["x", {"Context": {"a": 1}}])"}) {
+      SCOPED_TRACE(c.members + std::string(contents));
+      Json::Value loop = Parse(R"({"CellWidth": 30, )" + std::string(c.members) + contents + "}");
+      stack.Clear();
+      stack.Push({Parse(R"({"outer": 1})"), Parse("[]")});
+      stack.Push({Parse(R"({"before": 1})"), Parse("[-1, -1]")});
+      resolver.loopElementIterate(loop, Json::Value(), {true, 3, 6, 1}, 0, nullptr, nullptr);
+      ASSERT_EQ(stack.frames().size(), 2U);
+      EXPECT_EQ(stack.frames()[0].context, Parse(R"({"outer": 1})"));
+      EXPECT_EQ(stack.frames()[0].bounds, Parse("[]"));
+      EXPECT_EQ(stack.frames()[1].context, Parse(c.context));
+      EXPECT_EQ(stack.frames()[1].bounds, Parse(c.bounds));
+      EXPECT_EQ(Errors(), c.errors);
+    }
+  }
+}
+
+TEST_F(LoopGrid, WhatAHandlerDoesToTheFrameStaysUntilTheNextCell) {
+  meddler.contexts = {Parse(R"({"host": 1})")};
+  meddler.bounds = {Parse("[8, 9]")};
+  EXPECT_EQ(Expand(R"j("Start": 0, "Size": 2, "Var": "i", "Layout": [[[0,0],[1,0]]], "Contents": [
+                       "$(frame.context)", "$(meddle)", "$(frame.context)", "$(frame.bounds)"])j"),
+            R"({"Contents":[{"i":0},null,{"host":1},[8,9],{"i":1},null,{"host":1},[8,9]]})");
+  EXPECT_EQ(Errors(), "");
+}
+
 TEST_F(LoopGrid, WhatAHandlerDoesToTheFrameLastsForOneCell) {
   const Json::Value loop = Parse(R"j({"CellWidth": 30, "CellHeight": 20, "Var": "i", "Value": "v",
       "Count": "n", "Layout": [[[1,2],[-3,4,5,6],[7,8,-9,10],[11,12],5,[13,14,15,16]]],
@@ -847,6 +885,24 @@ TEST_F(LoopGrid, ExceptionOfACopyLeavesItsFrames) {
   ASSERT_EQ(stack.frames().size(), 3U);
   EXPECT_EQ(stack.frames()[1].context, Parse(R"({"i": 0})"));
   EXPECT_EQ(stack.frames()[1].bounds, Parse("[0, 0, 0, 0, null, null]"));
+  EXPECT_EQ(Errors(), "");
+}
+
+TEST_F(LoopGrid, ExceptionOfACopyLeavesItsCellAndTheReach) {
+  const CThrowingHandler handler;
+  tokens.Set("host", &handler);
+  Json::Value loop = Parse(R"j({"Var": "i", "Layout": [[[1,2,30,40],[5,6,70,80],[9,9,99,99]]],
+                               "Contents": ["$(host)"]})j");
+  resolver.Input("{}");
+  stack.Push();
+  EXPECT_THROW(
+      resolver.loopElementIterate(loop, Json::Value(), {true, 4, 3, 1}, 0, &right, &bottom),
+      CHostError);
+  ASSERT_EQ(stack.frames().size(), 2U);
+  EXPECT_EQ(stack.frames()[1].context, Parse(R"({"i": 4})"));
+  EXPECT_EQ(stack.frames()[1].bounds, Parse("[1, 2, 30, 40, null, null]"));
+  EXPECT_EQ(right, 31);
+  EXPECT_EQ(bottom, 42);
   EXPECT_EQ(Errors(), "");
 }
 

@@ -195,13 +195,19 @@ TEST_F(LoopRange, EndOutsideTheListIsReportedAsSize) {
   Check(cases);
 }
 
-TEST_F(LoopRange, EmptyListIsSilentlyNotValid) {
-  const CCase cases[] = {
-      {"[]", "{}", "not valid", ""},
-      {"[]", R"({"Start": 1, "Size": 2})", "not valid", ""},
-      {"[]", R"({"Start": -1, "Stop": 7, "Offset": 3})", "not valid", ""},
-  };
-  Check(cases);
+TEST_F(LoopRange, EmptyListIsSilentlyNotValidWhateverTheMembersSay) {
+  const std::string members[] = {R"("Start": 1)", R"("Stop": 7)", R"("Offset": 3)", R"("Size": 2)"};
+  for (unsigned present = 0; present < 16; ++present) {
+    std::string element;
+    for (unsigned i = 0; i < 4; ++i) {
+      if ((present >> i & 1) != 0) element += (element.empty() ? "" : ", ") + members[i];
+    }
+    SCOPED_TRACE(element);
+    EXPECT_EQ(Range("[]", "{" + element + "}"), "not valid");
+    EXPECT_EQ(Errors(), "");
+  }
+  EXPECT_EQ(Range("[]", R"({"Start": -1, "Stop": 7, "Offset": 3})"), "not valid");
+  EXPECT_EQ(Errors(), "");
 }
 
 TEST_F(LoopRange, WithoutListCountsFromStartUnchecked) {

@@ -187,6 +187,7 @@ TEST_F(LoopVariables, NamedVariablesAreBound) {
   EXPECT_EQ(Bound({"i", "", ""}, list, 2), Parse(R"({"kept": 1, "i": 2})"));
   EXPECT_EQ(Bound({"", "k", ""}, list, -2), Parse(R"({"kept": 1, "k": -2})"));
   EXPECT_EQ(Bound({"", "", "v"}, list, 0), Parse(R"({"kept": 1, "v": "a"})"));
+  EXPECT_EQ(Bound({"i", "k", ""}, list, 2), Parse(R"({"kept": 1, "i": 2, "k": 2})"));
   EXPECT_EQ(Bound({"", "", ""}, list, 1), Parse(R"({"kept": 1})"));
   EXPECT_EQ(Errors(), "");
 }

@@ -7,6 +7,8 @@
 #include <type_traits>
 #include <vector>
 
+#include "TokenTemplateHandlers/context_handler.h"
+#include "support/frames_handler.h"
 #include "support/resolver_fixture.h"
 
 namespace {
@@ -76,6 +78,16 @@ TEST_F(TemplateResolver, ResolvesWithoutScreenSize) {
   EXPECT_EQ(Errors(), "CTemplateStack::Pop: preconditions.\n");
 }
 
+TEST_F(TemplateResolver, ConstructionAndScreenSizeLeaveTheStackAlone) {
+  stack.Push({Parse(R"({"a": 1})"), Parse("[1, 2, 3, 4]")});
+  CTemplateResolver fresh(&tokens, &stack);
+  fresh.SetScreenSize(100, 200);
+  ASSERT_EQ(stack.frames().size(), 1U);
+  EXPECT_EQ(stack.frames()[0].context, Parse(R"({"a": 1})"));
+  EXPECT_EQ(stack.frames()[0].bounds, Parse("[1, 2, 3, 4]"));
+  EXPECT_EQ(Errors(), "");
+}
+
 TEST_F(TemplateResolver, HasNoScreenSizeAtFirst) {
   CTemplateResolver fresh(&tokens, &stack);
   fresh.Input("{}");
@@ -111,7 +123,28 @@ TEST_F(TemplateResolver, InputEmptiesTheStack) {
   resolver.Input("{}");
   ASSERT_EQ(stack.frames().size(), 1U);
   EXPECT_EQ(stack.frames()[0].bounds, Parse("[0, 0, 1280, 720, null, null]"));
+  EXPECT_EQ(stack.frames()[0].context, Parse("{}"));
   EXPECT_EQ(Errors(), "");
+}
+
+TEST_F(TemplateResolver, InputThatThrowsHasStartedOver) {
+  const struct {
+    const char* before;
+    const char* cleared;
+  } cases[] = {{R"({"Contents":["x"]})", "{}"}, {"[1,2]", "[]"}, {"null", "null"}};
+  for (const auto& c : cases) {
+    SCOPED_TRACE(c.before);
+    resolver.Input(c.before);
+    Errors();
+    stack.ContextSet(Parse(R"({"a": 1})"));
+    stack.Push({Parse(R"({"b": 2})"), Parse("[5, 6, 7, 8]")});
+    EXPECT_THROW(resolver.Input(std::string(2000, '[')), Json::RuntimeError);
+    EXPECT_EQ(resolver.Output(), c.cleared);
+    ASSERT_EQ(stack.frames().size(), 1U);
+    EXPECT_EQ(stack.frames()[0].bounds, Parse("[0, 0, 1280, 720, null, null]"));
+    EXPECT_EQ(stack.frames()[0].context, Parse("{}"));
+    EXPECT_EQ(Errors(), "");
+  }
 }
 
 TEST_F(TemplateResolver, InputReplacesTheDocument) {
@@ -262,6 +295,57 @@ TEST_F(TemplateResolver, ResolvesOneTemplateAfterTheOther) {
   EXPECT_EQ(Errors(), "");
 }
 
+TEST_F(TemplateResolver, ProcessStartsFromTheFramesThatItFinds) {
+  CFramesHandler frames(&stack);
+  tokens.Set("frames", &frames);
+  resolver.Input(R"j({"Contents":["$(frames)",{"Contents":["$(frames)"]}]})j");
+  stack.ContextSet(Parse(R"({"a": 1})"));
+  stack.Push({Parse(R"({"b": 2})"), Parse("[5, 6]")});
+  const Json::Value found = frames.All();
+  for (int pass = 0; pass < 2; ++pass) {
+    resolver.Process();
+    EXPECT_EQ(frames.All(), found);
+  }
+  Json::Value page = Parse(resolver.Output());
+  EXPECT_EQ(page["Contents"][0], found);
+  Json::Value inside = found;
+  inside.append(Parse(R"({"context": {}, "bounds": []})"));
+  EXPECT_EQ(page["Contents"][1]["Contents"][0], inside);
+  EXPECT_EQ(Errors(), "");
+}
+
+TEST_F(TemplateResolver, ProcessPushesNoScreenFrame) {
+  CFramesHandler frames(&stack);
+  tokens.Set("frames", &frames);
+  resolver.SetScreenSize(0, 0);
+  resolver.Input(R"j({"Contents":["$(frames)"]})j");
+  resolver.SetScreenSize(100, 200);
+  resolver.Process();
+  EXPECT_EQ(resolver.Output(), R"({"Contents":[[]]})");
+  EXPECT_TRUE(stack.frames().empty());
+  EXPECT_EQ(Errors(), "");
+}
+
+TEST_F(TemplateResolver, EveryProcessCountsWhateverItComesTo) {
+  CThrowingHandler handler;
+  tokens.Set("host", &handler);
+  EXPECT_EQ(Resolve("{}"), "{}");
+  EXPECT_EQ(Resolve("null"), "null");
+  EXPECT_EQ(Errors(),
+            "CTemplateResolver::Process: render template must have Page or Contents member.\n"
+            "CTemplateResolver::read:.\n"
+            "CTemplateResolver::Process: render template must have Page or Contents member.\n");
+  EXPECT_THROW(Resolve(R"j({"Contents":["$(host)"]})j"), CHostError);
+  EXPECT_THROW(Resolve("[1]"), Json::LogicError);
+  EXPECT_EQ(Errors(), "CTemplateResolver::read:.\n");
+  CContextHandler variables(&stack);
+  tokens.Set("var", &variables);
+  EXPECT_EQ(Resolve(R"j({"Contents":[{"Loop":{"Start":0,"Size":9,"Bounds":[],"Var":"i",)j"
+                    R"j("Contents":["$(var.i)"]}}]})j"),
+            R"({"Contents":[{"Contents":[5]}]})");  // the fifth pass
+  EXPECT_EQ(Errors(), "");
+}
+
 TEST_F(TemplateResolver, EachProcessNumbersContainersFromOne) {
   const std::string page =
       R"({"Contents":[{"Frame":{"Id":1},"RenderType":1024},{"Frame":{"Id":2},"RenderType":1024}]})";
@@ -320,6 +404,7 @@ TEST_F(TemplateResolver, ContainerIdsRestartAfterAnException) {
   EXPECT_THROW(resolver.Process(), CHostError);
   EXPECT_EQ(resolver.Output(), R"({"Contents":[{"Frame":{"Id":1},"RenderType":1024},)"
                                R"j("$(host)",{"RenderType":1024}]})j");
+  EXPECT_EQ(resolver.nextContainerID(), 2);
   handler.throws = false;
   resolver.Process();
   EXPECT_EQ(resolver.Output(), R"({"Contents":[{"Frame":{"Id":1},"RenderType":1024},)"

@@ -136,6 +136,10 @@ TEST_F(TemplateStack, ContextThatIsNoObjectIsReportedAndDropped) {
   stack.Push(Frame(R"({"a": 1})", "[1]"));
   for (const char* context : {"[]", "[1]", "null", "5", "2.5", "true", R"("text")"}) {
     SCOPED_TRACE(context);
+    const Json::Value value = Parse(context);
+    stack.ContextSet(value);
+    EXPECT_EQ(Errors(), "CTemplateStack::ContextSet: preconditions.\n");
+    EXPECT_EQ(stack.frames()[0].context, Parse(R"({"a": 1})"));
     stack.ContextSet(Parse(context));
     EXPECT_EQ(Errors(), "CTemplateStack::ContextSet: preconditions.\n");
     EXPECT_EQ(stack.frames()[0].context, Parse(R"({"a": 1})"));

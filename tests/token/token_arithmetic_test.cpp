@@ -165,6 +165,7 @@ TEST_F(TokenArithmetic, LeftOperandThatIsNoNumberFailsInsideJsonCpp) {
 
 TEST_F(TokenArithmetic, OtherOperatorsOnlyConvertTheLeftOperand) {
   EXPECT_EQ(Evaluated(7, '%', 2), Json::Value(7));
+  EXPECT_EQ(Evaluated("7", '%', 2), Json::Value(7));
   EXPECT_EQ(Evaluated("0x10", '^', 2), Json::Value(16));
   EXPECT_EQ(Evaluated(2.9, '\0', 0), Json::Value(2));
   EXPECT_EQ(Evaluated(Json::Value(), '%', 2), Json::Value());

@@ -1,0 +1,1 @@
+// Empty: a target needs a source to precompile headers.
