@@ -28,9 +28,9 @@ struct COption {
   std::string names;  ///< "-o,--output", "PAGE"
 
   /// Where its value goes; it must live as long as the command. A bool makes it an option without
-  /// value, a vector one that may be repeated.
+  /// value, a vector one that may be repeated. A std::size_t is an unsigned or an unsigned long.
   std::variant<std::string*, std::optional<std::string>*, std::vector<std::string>*, bool*, int*,
-               unsigned*, std::optional<unsigned>*, std::size_t*>
+               unsigned*, std::optional<unsigned>*, unsigned long*>
       value;
 
   std::string help;

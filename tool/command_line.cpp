@@ -1,5 +1,4 @@
 // From the description of commands to CLI11, which is included here only, as it is slow to compile.
-// Tests: tests/tool/*_help, unknown_option, no_command, *_bad_*; tests/tool/check_manual.cmake
 #include "command_line.h"
 
 #include <CLI/CLI.hpp>

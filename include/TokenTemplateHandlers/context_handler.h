@@ -4,6 +4,7 @@
 #include <json/value.h>
 
 #include <cstddef>
+#include <optional>
 
 #include "TokenTemplateResolver/template_stack.h"
 #include "TokenTemplateResolver/token_handler.h"
@@ -28,8 +29,13 @@ class CContextHandler : public ITokenHandler {
   Json::Value GetIndexedValue(const CParsedToken& token, const Json::Value& index) const override;
   Json::Value GetPartsValue(const CTokenParts& parts) const override;
 
+  /// The index among the stack's frames of the one that binds the variable which `parts` begins
+  /// with, the handler's name included; none when nothing binds it.
+  std::optional<std::size_t> FindFrame(const CTokenParts& parts) const;
+
  private:
   const Json::Value& find(const CTokenParts& parts) const;
+  const Json::Value* variable(const CTokenParts& parts, std::size_t* frame) const;
 
   const CTemplateStack* m_stack;
   std::size_t m_nameParts;

@@ -88,7 +88,8 @@ class TTR_EXPORT CTemplateStack {
     return false;
   }
 
-  static void report(const char* message) {
+  // Never inlined: the event would take room in every frame of the walk.
+  [[gnu::cold, gnu::noinline]] static void report(const char* message) {
     if (ttr::trace != nullptr) {
       ttr::CTraceEvent event;
       event.event = ttr::traceMessage;

@@ -49,7 +49,7 @@ void CTemplateResolver::processContentsArray(Json::Value& contents, int containe
 }
 
 void CTemplateResolver::processContentsValue(Json::Value& value, int container) {
-  if (ttr::isTraced()) ttr::tellElementBegin(value, m_stack->boundsFind());
+  ttr::traceElementBegin(value, *m_stack);
   if (value.isObject()) {
     // Deliberately no scope guard: an exception leaves the frames for the host to look at, and the
     // next Input clears them.
@@ -59,7 +59,7 @@ void CTemplateResolver::processContentsValue(Json::Value& value, int container) 
   } else if (value.isString()) {
     processValue(value);
   }
-  if (ttr::isTraced()) ttr::tellEnd(ttr::tracedElement, &value, {});
+  ttr::traceElementEnd(value);
 }
 
 void CTemplateResolver::processContentsObject(Json::Value& element, int container) {

@@ -32,6 +32,14 @@ Json::Value containerBounds(int x, int y, int width, int height) {
   return bounds;
 }
 
+int intAt(const Json::Value& bounds, Json::ArrayIndex index) {
+  const Json::Value& entry = bounds[index];
+  ttr::traceEntryBegin(entry);
+  const int number = entry.asInt();
+  ttr::traceEntryEnd(entry);
+  return number;
+}
+
 /// The position in its range that a rotating loop shows in pass `pass`; an invalid range shows 0.
 int rotatingPosition(const CTemplateResolver::CLoopRange& range, unsigned int pass) {
   return range.count < 1 ? 0 : static_cast<int>(pass % static_cast<unsigned int>(range.count));
@@ -105,10 +113,11 @@ Json::Value CTemplateResolver::expandRotatingLoop(Json::Value& loop, Json::Value
   if (container > 0) {
     ttr::traceMemberBegin("Bounds", bounds);
     const Json::Value& enclosing = m_stack->boundsFind();
-    const int x = ttr::wrapAdd(bounds[0U].asInt(), ttr::boundsEntry(enclosing, 0));
-    const int y = ttr::wrapAdd(bounds[1U].asInt(), ttr::boundsEntry(enclosing, 1));
-    wrapAsContainer(result, containerBounds(x, y, bounds[2U].asInt(), bounds[3U].asInt()), id,
-                    container);
+    const int x = ttr::wrapAdd(intAt(bounds, 0), ttr::boundsEntry(enclosing, 0));
+    const int y = ttr::wrapAdd(intAt(bounds, 1), ttr::boundsEntry(enclosing, 1));
+    const int width = intAt(bounds, 2);
+    const int height = intAt(bounds, 3);
+    wrapAsContainer(result, containerBounds(x, y, width, height), id, container);
     ttr::traceMemberEnd(bounds);
   }
   return result;

@@ -53,19 +53,34 @@ bool isPlain(const Json::Value& layout) {
          });
 }
 
-/// The cells of a layout, absolute. A plain layout is read where it stands, any other is copied and
-/// the copy processed.
+/// The cells of the layout that fits `count` copies best, absolute. A plain layout is read where it
+/// stands, any other is copied and the copy processed.
 class CCells {
  public:
-  CCells(CTemplateResolver& resolver, const CTemplateStack& stack, const Json::Value& layout)
-      : m_layout(layout) {
-    if (isPlain(layout)) {
+  CCells(CTemplateResolver& resolver, const CTemplateStack& stack, const Json::Value& layouts,
+         unsigned count)
+      : m_layouts(layouts), m_chosen(chooseLayout(layouts, count)), m_layout(layouts[m_chosen]) {
+    ttr::traceMemberBegin("Layout", layouts);
+    if (ttr::isTraced()) ttr::tellLayout(static_cast<int>(m_chosen), m_layout);
+    ttr::traceEntryBegin(m_layout);
+    if (isPlain(m_layout)) {
       m_originX = ttr::boundsEntry(stack.boundsFind(), 0);
       m_originY = ttr::boundsEntry(stack.boundsFind(), 1);
     } else {
-      m_processed = layout;
+      m_processed = m_layout;
       resolver.processLayoutElement(m_processed);
     }
+    traceEnd();
+  }
+
+  /// The work on a cell is work on its layout.
+  void traceBegin() const {
+    ttr::traceMemberBegin("Layout", m_layouts);
+    ttr::traceEntryBegin(m_layout);
+  }
+  void traceEnd() const {
+    ttr::traceEntryEnd(m_layout);
+    ttr::traceMemberEnd(m_layouts);
   }
 
   Json::ArrayIndex size() const { return m_layout.size(); }
@@ -76,6 +91,8 @@ class CCells {
   int absoluteY(int y) const { return ttr::absoluteEdge(y, m_originY); }
 
  private:
+  const Json::Value& m_layouts;
+  Json::ArrayIndex m_chosen;
   const Json::Value& m_layout;
   Json::Value m_processed;  ///< null where m_layout is read as it stands
   int m_originX = ttr::absentBound;
@@ -193,13 +210,7 @@ Json::Value CTemplateResolver::fillGrid(const Json::Value& loop, const ttr::CLoo
   const int height = cellExtent(*this, loop, "CellHeight");
   if (!canExpand(loop, list.list(), variables)) return Json::Value();
 
-  const Json::Value& layouts = loop["Layout"];
-  ttr::traceMemberBegin("Layout", layouts);
-  const Json::ArrayIndex chosen = chooseLayout(layouts, static_cast<unsigned>(range.count));
-  if (ttr::isTraced()) ttr::tellLayout(static_cast<int>(chosen), layouts[chosen]);
-  CCells cells(*this, *m_stack, layouts[chosen]);
-  ttr::traceMemberEnd(layouts);
-
+  CCells cells(*this, *m_stack, loop["Layout"], static_cast<unsigned>(range.count));
   Json::Value result;
   Json::Value& copies = ttr::memberOf(result, "Contents") = Json::Value(Json::arrayValue);
   const Json::Value& contents = ttr::loopContents(loop);
@@ -214,7 +225,9 @@ Json::Value CTemplateResolver::fillGrid(const Json::Value& loop, const ttr::CLoo
           "discarded.");
       break;
     }
+    cells.traceBegin();
     moveCell(cell, cells, cellIndex, width, height);
+    cells.traceEnd();
     placeCell(*m_stack, spareBounds, cell, right, bottom);
     const int index = ttr::wrapAdd(range.start, ttr::wrapMultiply(k, range.step));
     ttr::traceCopyBegin(index, k, *m_stack);

@@ -19,21 +19,29 @@ void tellBegin(eTracePart part, const Json::Value* value, std::string_view name)
   trace(event);
 }
 
-void tellElementBegin(const Json::Value& value, const Json::Value& bounds) {
+void tellElementBegin(const Json::Value& value, const CTemplateStack& stack) {
   CTraceEvent event = eventOf(traceBegin, &value);
   event.part = tracedElement;
-  event.bounds = &bounds;
+  event.bounds = &stack.boundsFind();
   trace(event);
 }
 
-void tellCopyBegin(int index, int position, const Json::Value& bounds) {
+void tellCopyBegin(int index, int position, const CTemplateStack& stack) {
   CTraceEvent event = eventOf(traceBegin, nullptr);
   event.part = tracedCopy;
-  event.bounds = &bounds;
+  event.bounds = &stack.boundsFind();
   event.index = index;
   event.count = position;
   trace(event);
 }
+
+void tellMemberBegin(const char* name, const Json::Value& value) {
+  tellBegin(tracedMember, &value, name);
+}
+
+void tellEntryBegin(const Json::Value& value) { tellBegin(tracedEntry, &value, {}); }
+
+void tellPartEnd(eTracePart part, const Json::Value& value) { tellEnd(part, &value, {}); }
 
 void tellTokenBegin(std::string_view body) {
   CTraceEvent event = eventOf(traceBegin, nullptr);
@@ -85,7 +93,7 @@ void tellVariable(std::string_view member, std::string_view variable, const Json
   trace(event);
 }
 
-void tellReplaced(std::string_view member, const Json::Value& value) {
+void tellReplaced(const char* member, const Json::Value& value) {
   CTraceEvent event = eventOf(traceReplaced, &value);
   event.name = member;
   trace(event);

@@ -20,7 +20,7 @@ const open = (elements = everyKind(), diagnostics = someDiagnostics, overrides =
   browser.open(model([picture('1280x720', 1, elements, diagnostics)], overrides));
 const pick = (page, name) => page.getByRole('treeitem', {name}).click();
 
-test('details tell places, bounds with their arithmetic, and the members', async () => {
+test('details tell places, bounds, the explanation, and the members', async () => {
   const page = await open();
   await pick(page, 'RenderType 2 "Welcome"');
   await page.mouse.move(640, 10);
@@ -43,11 +43,13 @@ test('details tell places, bounds with their arithmetic, and the members', async
     'y 60',
     'w 1000',
     'h 400',
-    'Arithmetic',
-    'x: 100 + 16 = 116',
-    'y: 60 + 20 = 80',
-    'width: 1280 * 50 / 100 = 640',
-    'height: 48',
+    'Explanation',
+    'Bounds',
+    '[116,80,640,48], within 100,60 1000x400 of the screen',
+    'x: 116 from 16: 16 + 100 = 116',
+    'width: 640 from "50%": 50% of 1280 = 640',
+    'token',
+    '$(host) in Contents/0: "Ada", by host from values.json',
     'Resolved',
     '{',
     '  "Bounds": [116, 80, 640, 48],',

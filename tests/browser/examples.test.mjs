@@ -70,7 +70,7 @@ for (const name of ['departures', 'lobby', 'menu']) {
     assert.equal(new Set(drawn).size, drawn.length);
     const elements = new Map(
       await page.evaluate(() =>
-        JSON.parse(document.getElementById('model').textContent).pictures[0].elements.map(
+        JSON.parse(document.getElementById('model').textContent).elements.map(
           (entry) => [String(entry.id), entry],
         ),
       ),
@@ -107,7 +107,7 @@ test('an element of an included file names that file and how it came to its boun
   assert.match(shown, /header\.json:5:5\n/);
   assert.match(shown, /\/Contents\/2/);
   assert.match(shown, /\b640\b/);
-  assert.match(shown, /Arithmetic\n[^\n]*x/);
+  assert.match(shown, /Explanation\nBounds\n[^\n]*within [^\n]*\nx: /);
   assert.match(shown, /"RenderType": 2/);
   await closeQuietly(page);
 });

@@ -64,6 +64,83 @@ test('the slider shows each pass: picture, tree and diagnostics', async () => {
   await closeQuietly(page);
 });
 
+/** A page whose passes have more, fewer and other elements in front of those that stay. */
+const changing = JSON.stringify({
+  Contents: [
+    {
+      Loop: {
+        List: '0,1,2,1',
+        Value: 'n',
+        Bounds: [],
+        Contents: [
+          {If: {Condition: '$(n)', Contents: [{Bounds: [9, 9, 90, 30], Contents: ['Some $(n)']}]}},
+          {
+            Bounds: [9, 200, 400, 100],
+            Loop: {
+              Start: 0,
+              Size: '$(n)',
+              Var: 'i',
+              CellWidth: 90,
+              CellHeight: 30,
+              Layout: [[[0, 0], [100, 0]]],
+              Contents: [{Bounds: [0, 0, '100%', 30], Contents: ['Cell $(i) of $(n)']}],
+            },
+          },
+          {
+            If: {
+              Condition: '$(n)',
+              Equals: 2,
+              Contents: ['Two', {Bounds: [200, 9, 90, 30], Contents: ['More', '$(no)']}],
+            },
+          },
+        ],
+      },
+    },
+    {Bounds: [9, 90, 300, 40], Contents: ['Always']},
+    {Bounds: ['50%', 90, 300, 40], Display: ['#FF000000'], Contents: ['there']},
+  ],
+});
+
+/** All that a page shows of its pass, but for the numbers of elements. */
+async function shown(page) {
+  const svg = await page.locator('#picture svg').first().innerHTML();
+  return {
+    svg: svg.replace(/ data-id="\d+"/g, ''),
+    tree: await page.locator('.row').allTextContents(),
+    diagnostics: await page.locator('#diagnostics').innerText(),
+  };
+}
+
+test('forth and back through passes that add, change and remove elements', async () => {
+  const page = await browser.openTemplate(changing, {});
+  assert.equal(await pass(page), 'Pass 1 of 4');
+  const alone = [];
+  for (const number of ['1', '2', '3', '4']) {
+    const one = await browser.openTemplate(changing, {}, {}, ['--pass', number, '--passes', '1']);
+    alone.push(await shown(one));
+    await closeQuietly(one);
+  }
+  assert.equal(new Set(alone.map((entry) => entry.tree.length)).size, 3);
+  assert.equal(new Set(alone.map((entry) => entry.svg)).size, 3);
+  await page.locator('#stage').focus();
+  const order = [1, 2, 3, 4, 3, 2, 3, 4, 1, 4, 1];
+  for (const [index, number] of order.entries()) {
+    if (index > 0) {
+      const next = (order[index - 1] % 4) + 1;
+      await page.keyboard.press(number === next ? '.' : ',');
+    }
+    assert.match(await pass(page), new RegExp(`^Pass ${number} `));
+    assert.deepEqual(await shown(page), alone[number - 1], `pass ${number}`);
+  }
+  await page.getByRole('treeitem', {name: 'Always'}).first().click();
+  for (let step = 0; step < 4; ++step) {
+    assert.match(await selectedLabel(page), /Always/);
+    assert.match(await page.locator('#selected-frame .tag').textContent(), /300 × 40/);
+    await page.keyboard.press('.');
+  }
+  await closeQuietly(page);
+});
+
 test('passes need not begin with the first', async () => {
   const page = await browser.open(model([notice('1280x720', 3), notice('1280x720', 4)]));
   assert.equal(await pass(page), 'Pass 3 (3 to 4)');

@@ -40,7 +40,7 @@ test('pointing at an element shows what it is, and leaving it ends that', async 
   const shown = await details(page);
   assert.match(shown, /RenderType 2 "Welcome"/);
   assert.match(shown, /header\.json:5:7/);
-  assert.match(shown, /x: 100 \+ 16 = 116/);
+  assert.match(shown, /x: 116 from 16: 16 \+ 100 = 116/);
   assert.match(shown, /"RenderType": 2/);
   assert.equal(await page.locator('.row.hovered .label').innerText(), 'RenderType 2 "Welcome"');
   assert.ok(await page.locator('#hovered-frame').isVisible());

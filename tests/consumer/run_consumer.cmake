@@ -11,6 +11,16 @@ function(run)
   execute_process(COMMAND ${ARGN} COMMAND_ERROR_IS_FATAL ANY)
 endfunction()
 
+# The listening program must be told of the message.
+function(run_listener program)
+  execute_process(COMMAND ${EMULATOR} ${program} tracing_host.json
+    WORKING_DIRECTORY ${SOURCE}/examples OUTPUT_QUIET ERROR_VARIABLE messages
+    COMMAND_ERROR_IS_FATAL ANY)
+  if(NOT messages MATCHES "^tracing_host.json:3:23: CTokenResolver::stringToInt: ")
+    message(FATAL_ERROR "${program} was not told:\n${messages}")
+  endif()
+endfunction()
+
 # Installs to one place and moves the tree to another: nothing installed may know where it was.
 function(install_and_move)
   run(${CMAKE_COMMAND} --install ${BUILD} --prefix ${WORK}/first)
@@ -32,6 +42,7 @@ function(build_with_cmake)
     "-DCMAKE_TOOLCHAIN_FILE=${TOOLCHAIN}" ${ARGN})
   run(${CMAKE_COMMAND} --build ${WORK}/build -j 2)
   run(${EMULATOR} ${WORK}/build/consumer)
+  run_listener(${WORK}/build/tracing_host)
 endfunction()
 
 if(MODE STREQUAL "package")
@@ -45,9 +56,12 @@ elseif(MODE STREQUAL "pkg-config")
   execute_process(COMMAND pkg-config --cflags --libs TokenTemplateHandlers
     OUTPUT_VARIABLE line COMMAND_ERROR_IS_FATAL ANY)
   separate_arguments(line UNIX_COMMAND "${line}")
-  run(${CXX} -std=c++17 ${SOURCE}/tests/consumer/main.cpp ${line} -Wl,-rpath,${libraries}
-    -o ${WORK}/consumer)
-  run(${EMULATOR} ${WORK}/consumer)
+  foreach(source tests/consumer/main.cpp examples/tracing_host.cpp)
+    get_filename_component(program ${source} NAME_WE)
+    run(${CXX} -std=c++17 ${SOURCE}/${source} ${line} -Wl,-rpath,${libraries} -o ${WORK}/${program})
+  endforeach()
+  run(${EMULATOR} ${WORK}/main)
+  run_listener(${WORK}/tracing_host)
 elseif(MODE STREQUAL "subdirectory")
   build_with_cmake(-D SOURCE=${SOURCE})
 elseif(MODE STREQUAL "fetch")

@@ -123,12 +123,16 @@ std::string CPageHost::Run() {
 
 std::string CPageHost::Outcome(const std::string& output, const std::string& thrown) {
   std::string outcome = thrown == "nothing" ? output : m_resolver.Output();
-  outcome += "\nthrown: " + thrown + "\n";
+  return outcome + "\nthrown: " + thrown + "\n" + Frames() + m_errors.Take();
+}
+
+std::string CPageHost::Frames() const {
+  std::string frames;
   for (const CTemplateStack::CStackFrame& frame : m_stack.frames()) {
-    outcome += "frame " + jsoncpp_string::toString(frame.context) + " " +
-               jsoncpp_string::toString(frame.bounds) + "\n";
+    frames += "frame " + jsoncpp_string::toString(frame.context) + " " +
+              jsoncpp_string::toString(frame.bounds) + "\n";
   }
-  return outcome + m_errors.Take();
+  return frames;
 }
 
 std::string CPageHost::Pass() {

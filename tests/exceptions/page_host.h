@@ -72,6 +72,9 @@ class CPageHost {
   /// class of the exception; the frames on the stack, and what was written to std::cerr.
   std::string Outcome(const std::string& output, const std::string& thrown);
 
+  /// The frames on the stack, a line each.
+  std::string Frames() const;
+
   CFuse fuse;  ///< burnt by every call of a handler and every file included
 
  private:

@@ -30,6 +30,16 @@ TEST_F(ContextHandler, InnermostFrameWithTheNameWins) {
   EXPECT_EQ(Errors(), "");
 }
 
+TEST_F(ContextHandler, TellsTheFrameThatBindsAVariable) {
+  PushContext(R"({"row": 1, "title": "Lobby"})");
+  PushContext(R"({"row": null})");
+  const std::size_t inner = stack.frames().size() - 1;
+  EXPECT_EQ(context.FindFrame({"context", "row"}), inner);
+  EXPECT_EQ(context.FindFrame({"context", "title", "x"}), inner - 1);
+  EXPECT_EQ(context.FindFrame({"context", "none"}), std::nullopt);
+  EXPECT_EQ(context.FindFrame({"context"}), std::nullopt);
+}
+
 TEST_F(ContextHandler, NullInTheInnermostFrameHidesOuterValues) {
   PushContext(R"({"row": 1})");
   PushContext(R"({"row": null})");

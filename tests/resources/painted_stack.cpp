@@ -5,6 +5,8 @@
 #include <unistd.h>
 
 #include <algorithm>
+#include <array>
+#include <cstring>
 #include <stdexcept>
 
 namespace {
@@ -30,8 +32,15 @@ class CPaintedStack {
 
   std::size_t used() const {
     const unsigned char* end = bottom() + m_size;
-    const unsigned char* deepest =
-        std::find_if(bottom(), bottom() + m_size, [](unsigned char byte) { return byte != paint; });
+    // First by whole blocks, which takes no time without an optimiser either.
+    std::array<unsigned char, 4096> block{};
+    block.fill(paint);
+    const unsigned char* deepest = bottom();
+    while (static_cast<std::size_t>(end - deepest) >= block.size() &&
+           std::memcmp(deepest, block.data(), block.size()) == 0) {
+      deepest += block.size();
+    }
+    deepest = std::find_if(deepest, end, [](unsigned char byte) { return byte != paint; });
     return static_cast<std::size_t>(end - deepest);
   }
 

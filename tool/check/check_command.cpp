@@ -8,11 +8,12 @@
 #include <vector>
 
 #include "check/check_report.h"
-#include "check/fault.h"
-#include "check/fault_list.h"
 #include "check/page_search.h"
 #include "commands.h"
 #include "files.h"
+#include "page/fault_finder.h"
+#include "page/fault_list.h"
+#include "page/fault_text.h"
 #include "page/page_options.h"
 #include "text/output_options.h"
 #include "text/printable.h"
@@ -46,11 +47,10 @@ CPasses passesOf(const CCheckOptions& options, CPageRunner& page) {
     const auto pass = static_cast<unsigned>(std::stoul(options.passes));
     return {pass, pass};
   }
-  page.Run({}, 1);  // makes known which files are included
   const unsigned last = page.PassesUntilRepeat(mostPasses);
   if (last == mostPasses) {
-    tell(page.pageFile().name() + ": repeats itself after more than " + std::to_string(mostPasses) +
-         " passes; only these were checked");
+    tell(page.pageFile().name() + ": is not seen to repeat itself within " +
+         std::to_string(mostPasses) + " passes; only these were checked");
   }
   return {1, last};
 }
@@ -61,7 +61,7 @@ std::vector<std::string> includesOf(const CPageOptions& options) {
   std::vector<std::string> files;
   try {
     CPageRunner page(options);
-    page.Run({}, 1);
+    page.Record(1);
     for (const std::string& name : page.includedFiles()) {
       if (const CSourceFile* source = page.IncludedFile(name)) files.push_back(source->name());
     }
@@ -130,15 +130,15 @@ CCheckReport checkPages(const CCheckOptions& options) {
 
 int exitCodeOf(const CCheckReport& report, std::size_t maxWarnings) {
   if (!report.failures.empty()) return 2;
-  const bool tolerated =
-      report.Count(CFault::levelError) == 0 && report.Count(CFault::levelWarning) <= maxWarnings;
+  const bool tolerated = countOf(report.faults, CFault::levelError) == 0 &&
+                         countOf(report.faults, CFault::levelWarning) <= maxWarnings;
   return tolerated ? 0 : 1;
 }
 
 void writeSummary(const CCheckReport& report) {
   tell(counted(report.pages.size(), "page") +
-       " checked: " + counted(report.Count(CFault::levelError), "error") + ", " +
-       counted(report.Count(CFault::levelWarning), "warning"));
+       " checked: " + counted(countOf(report.faults, CFault::levelError), "error") + ", " +
+       counted(countOf(report.faults, CFault::levelWarning), "warning"));
 }
 
 bool writesFile(const CCheckOptions& options) {
@@ -151,7 +151,7 @@ std::string reportText(const CCheckOptions& options, const CCheckReport& report,
   if (options.format == "sarif") return sarifReport(report, version, exitCode);
   const bool colour = useColour(options.output, STDOUT_FILENO) &&
                       (!writesFile(options) || options.output.colour == "always");
-  return textReport(options.output.quiet ? report.OnlyErrors() : report, colour);
+  return faultLines(options.output.quiet ? onlyErrors(report.faults) : report.faults, colour);
 }
 
 /// A command that fails leaves the output file as it was.

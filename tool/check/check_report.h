@@ -1,12 +1,11 @@
 #ifndef TOOL_CHECK_CHECK_REPORT_H
 #define TOOL_CHECK_CHECK_REPORT_H
 
-#include <cstddef>
 #include <map>
 #include <string>
 #include <vector>
 
-#include "check/fault.h"
+#include "page/fault.h"
 
 namespace ttr {
 
@@ -16,20 +15,7 @@ struct CCheckReport {
   std::vector<CFault> faults;
   std::vector<std::string> failures;         ///< pages that could not be checked, and why
   std::map<std::string, std::string> texts;  ///< of the files, by the names that places have
-
-  std::size_t Count(CFault::eLevel level) const;
-  /// The same without warnings.
-  CCheckReport OnlyErrors() const;
 };
-
-/// "error", "warning".
-const char* levelName(CFault::eLevel level);
-
-/// What is wrong, with suggestion and count, in one line.
-std::string faultText(const CFault& fault);
-
-/// A line for each fault, and one for each Include on the way to it, as compilers write them.
-std::string textReport(const CCheckReport& report, bool colour);
 
 std::string jsonReport(const CCheckReport& report);
 

@@ -1,4 +1,5 @@
 #include "check/check_report.h"
+#include "page/fault_text.h"
 #include "text/wording.h"
 
 namespace ttr {
@@ -33,8 +34,8 @@ std::string jsonReport(const CCheckReport& report) {
   for (const std::string& page : report.pages) value["pages"].append(page);
   value["faults"] = Json::Value(Json::arrayValue);
   for (const CFault& fault : report.faults) value["faults"].append(faultValue(fault));
-  value["errors"] = static_cast<Json::UInt64>(report.Count(CFault::levelError));
-  value["warnings"] = static_cast<Json::UInt64>(report.Count(CFault::levelWarning));
+  value["errors"] = static_cast<Json::UInt64>(countOf(report.faults, CFault::levelError));
+  value["warnings"] = static_cast<Json::UInt64>(countOf(report.faults, CFault::levelWarning));
   return indentedText(value);
 }
 

@@ -3,7 +3,8 @@
 #include <filesystem>
 
 #include "check/check_report.h"
-#include "check/fault_codes.h"
+#include "page/fault_codes.h"
+#include "page/fault_text.h"
 #include "text/wording.h"
 
 namespace ttr {

@@ -4,11 +4,9 @@
 #include <memory>
 #include <utility>
 
-#include "check/fault.h"
-#include "check/fault_codes.h"
 #include "files.h"
-#include "page/element_tree.h"
 #include "page/page_run.h"
+#include "page/record_faults.h"
 #include "text/printable.h"
 #include "tool_error.h"
 
@@ -24,7 +22,7 @@ void collectTemplates(CPageRunner& page, const CElementNode& node, CPlaces& plac
                       CTemplateEntries& templates) {
   const CTemplateValue& origin = node.origin;
   if (const CSourceFile* file = page.File(origin.file)) {
-    const std::string name = origin.file == page.pageFile().name() ? "" : origin.file;
+    const std::string name = origin.file == CPageRunner::pageKey ? "" : origin.file;
     places.emplace(node.pointer, file->PlaceOf(origin.pointer));
     templates.emplace(node.pointer, CTemplateEntry{name, origin.pointer, *origin.value});
   }
@@ -43,27 +41,22 @@ void requireJson(const CSourceFile& file) {
   throw CToolError(error.place.Text(), error.reason);
 }
 
-/// Ends the command for an exception that ended the pass, with the place that it comes from.
-[[noreturn]] void throwException(CPageRunner& page, unsigned pass, const std::string& exception) {
-  const std::string code = kindOfException(exception).code;
-  for (const CFault& fault : findFaults(page, {pass, pass})) {
-    if (fault.code == code) throw CToolError(fault.place.Text(), fault.message);
-  }
-  throw CToolError(page.pageFile().name(), oneLine(exception));
-}
-
 }  // namespace
 
 CComparedPage resolvedPage(const CPageOptions& options) {
   CPageRunner page(options);
   requireJson(page.pageFile());
-  const CPageRun run = page.Run({}, options.pass);
-  if (run.exception) throwException(page, options.pass, *run.exception);
-  if (!run.result.isObject()) throw CToolError(options.page, "does not resolve to a JSON object");
+  const CPassRecord record = page.Record(options.pass);
+  if (const CPassEnd* end = record.End()) {
+    const CFault fault = faultOfEnd(page, *end);
+    throw CToolError(fault.place.Text(), fault.message);
+  }
+  if (!record.result->isObject())
+    throw CToolError(options.page, "does not resolve to a JSON object");
   CPlaces places;
   CTemplateEntries templates;
-  collectTemplates(page, elementTree(page, run), places, templates);
-  return {options.page, withoutFileNames(run.result),
+  collectTemplates(page, record.root, places, templates);
+  return {options.page, *record.result,
           [places = std::move(places)](const CJsonPointer& pointer) {
             return nearestPlace(places, pointer);
           },

@@ -1,11 +1,10 @@
-// Test: tests/tool/diff/difference_report_test.cpp
 #include "diff/difference_report.h"
 
 #include "diff/difference_text.h"
-#include "test/xml_text.h"
 #include "text/output_options.h"
 #include "text/printable.h"
 #include "text/wording.h"
+#include "text/xml_text.h"
 
 namespace ttr {
 namespace {

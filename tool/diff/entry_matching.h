@@ -5,9 +5,9 @@
 
 #include <vector>
 
-#include "diff/alignment.h"
 #include "diff/template_entry.h"
 #include "page/json_pointer.h"
+#include "text/alignment.h"
 
 namespace ttr {
 

@@ -3,7 +3,7 @@
 
 #include <vector>
 
-#include "diff/alignment.h"
+#include "text/alignment.h"
 
 namespace ttr {
 

@@ -6,7 +6,7 @@
 
 #include "TokenTemplateResolver/json_text.h"
 #include "commands.h"
-#include "explain/explanation.h"
+#include "explain/answer.h"
 #include "files.h"
 #include "page/page_run.h"
 #include "text/output_options.h"
@@ -25,13 +25,14 @@ int runExplain(const CExplainOptions& options) {
   const CJsonPointer pointer = CJsonPointer::Parse(options.pointer);
   const std::string values = valuesFile(options.page);
   CPageRunner page(options.page);
-  const CExplanation explanation = explain(page, options.page.pass, values, pointer);
-  const int code = explanation.HasFaults() ? 1 : 0;
+  const CPassRecord record = page.Record(options.page.pass);
+  const CAnswer answer = explain(page, record, values, pointer);
+  const int code = answer.explanation.HasFaults() ? 1 : 0;
   if (options.output.quiet) return code;
   if (options.json) {
-    writeStandardOutput(jsoncpp_string::toString(explanationJson(explanation)) + '\n');
+    writeStandardOutput(jsoncpp_string::toString(answerJson(answer)) + '\n');
   } else {
-    writeStandardOutput(explanationText(explanation, useColour(options.output, STDOUT_FILENO)));
+    writeStandardOutput(answerText(answer, useColour(options.output, STDOUT_FILENO)));
   }
   return code;
 }

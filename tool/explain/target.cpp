@@ -87,26 +87,26 @@ CExplainTarget findTarget(const CPageRunner& page, const CElementNode& root,
   CExplainTarget target;
   const bool resolved = root.result != nullptr && pointer.Find(*root.result) != nullptr;
   const Json::Value& document = page.pageFile().document();
-  target.inTemplate = !resolved && pointer.Find(document) != nullptr;
-  if (target.inTemplate) {
+  const bool isInTemplate = !resolved && pointer.Find(document) != nullptr;
+  if (isInTemplate) {
     CNodeWay way;
-    findOrigin(root, page.pageFile().name(), pointer, way, target.way);
+    findOrigin(root, CPageRunner::pageKey, pointer, way, target.way);
     target.hidden = isInEmptyLoop(*target.way.back(), pointer);
   } else {
     target.way = nearestWay(root, pointer);
     target.hidden = !resolved && target.way.back()->IsNull();
   }
+  endAtElement(target);
   cutAtNull(target);
-  if (!resolved && !target.inTemplate && !target.hidden) {
+  if (!resolved && !isInTemplate && !target.hidden) {
     const Json::Value nothing;
     const Json::Value& result = root.result == nullptr ? nothing : *root.result;
-    const std::string here = whereItEnds(pointer, withoutFileNames(result));
+    const std::string here = whereItEnds(pointer, result);
     const std::string there = whereItEnds(pointer, document);
     throw CToolError(pointer.Text(), here == there ? "leads nowhere: " + here
                                                    : "leads nowhere: in the resolved page " + here +
                                                          ", in the template " + there);
   }
-  endAtElement(target);
   return target;
 }
 

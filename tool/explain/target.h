@@ -1,21 +1,15 @@
 #ifndef TOOL_EXPLAIN_TARGET_H
 #define TOOL_EXPLAIN_TARGET_H
 
-#include <string>
-#include <vector>
-
-#include "page/element_tree.h"
+#include "page/page_run.h"
+#include "page/pass_record.h"
 
 namespace ttr {
 
-/// The nodes from the document to the one that is explained.
-using CNodeWay = std::vector<const CElementNode*>;
-
 /// What a JSON pointer on the command line leads to.
 struct CExplainTarget {
-  CNodeWay way;             ///< its last node is explained; all others are shown
-  bool hidden = false;      ///< the pointer leads to what the last node would have shown
-  bool inTemplate = false;  ///< the pointer is one into the page's template file
+  CNodeWay way;         ///< its last node is explained; all others are shown
+  bool hidden = false;  ///< the pointer leads to what the last node would have shown
 };
 
 /// The target of `pointer`: a place in the resolved page or, when it is not there, in the template

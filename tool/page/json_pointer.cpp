@@ -103,4 +103,20 @@ CJsonPointer operator/(CJsonPointer pointer, std::size_t index) {
   return std::move(pointer) / std::to_string(index);
 }
 
+CJsonPointer operator/(CJsonPointer pointer, const CJsonPointer& way) {
+  for (const std::string& step : way.steps()) pointer = std::move(pointer) / step;
+  return pointer;
+}
+
+const Json::Value* memberOf(const Json::Value* value, const std::string& name) {
+  if (value == nullptr || !value->isObject()) return nullptr;
+  return value->find(name.data(), name.data() + name.size());
+}
+
+const Json::Value* entryOf(const Json::Value* value, std::size_t index) {
+  const auto position = static_cast<Json::ArrayIndex>(index);
+  const bool isEntry = value != nullptr && value->isArray() && value->isValidIndex(position);
+  return isEntry ? &(*value)[position] : nullptr;
+}
+
 }  // namespace ttr

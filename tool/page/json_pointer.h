@@ -39,6 +39,12 @@ class CJsonPointer {
 /// The pointer to a member, or to an entry, of the value that `pointer` leads to.
 CJsonPointer operator/(CJsonPointer pointer, std::string step);
 CJsonPointer operator/(CJsonPointer pointer, std::size_t index);
+/// The pointer to where `way` leads from there.
+CJsonPointer operator/(CJsonPointer pointer, const CJsonPointer& way);
+
+/// The member `name`, or the entry at `index`, of `value`; null when there is none, and for null.
+const Json::Value* memberOf(const Json::Value* value, const std::string& name);
+const Json::Value* entryOf(const Json::Value* value, std::size_t index);
 
 }  // namespace ttr
 

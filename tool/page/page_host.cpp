@@ -30,13 +30,27 @@ void CPageHost::ServeVariables(const std::set<std::string>& names) {
   }
 }
 
+std::optional<std::size_t> CPageHost::FrameOf(const std::string& name,
+                                              const CTokenParts& path) const {
+  const auto handler = m_tokens.handlers().find(name);
+  if (handler == m_tokens.handlers().end()) return std::nullopt;
+  for (const CContextHandler* bound : {&m_context, &m_variables}) {
+    if (handler->second == bound) return bound->FindFrame(path);
+  }
+  return std::nullopt;
+}
+
 void CPageHost::SkipPasses(unsigned passes) {
-  for (; passes > 0; --passes) Pass(R"({"Contents": []})");
+  for (; passes > 0; --passes) Resolve(R"({"Contents": []})");
+}
+
+void CPageHost::Resolve(const std::string& page) {
+  m_resolver.Input(page);
+  m_resolver.Process();
 }
 
 std::string CPageHost::Pass(const std::string& page) {
-  m_resolver.Input(page);
-  m_resolver.Process();
+  Resolve(page);
   return m_resolver.Output();
 }
 

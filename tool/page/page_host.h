@@ -4,6 +4,7 @@
 #include <json/value.h>
 
 #include <memory>
+#include <optional>
 #include <set>
 #include <string>
 #include <vector>
@@ -33,8 +34,9 @@ class CPageHost {
   CPageHost(const CPageHost&) = delete;
   CPageHost& operator=(const CPageHost&) = delete;
 
-  /// One Input and Process of `page`: the resolved page as compact JSON text. Rotating loops
-  /// advance from call to call.
+  /// One Input and Process of `page`. Rotating loops advance from call to call.
+  void Resolve(const std::string& page);
+  /// The same; the resolved page as compact JSON text.
   std::string Pass(const std::string& page);
 
   /// Lets the variables that `page` binds be used as tokens; once before the first pass.
@@ -46,6 +48,11 @@ class CPageHost {
 
   /// The registry, with the handlers of the values, "context", and the variables served so far.
   const CTokenResolver& tokens() const { return m_tokens; }
+  const CTemplateStack& stack() const { return m_stack; }
+
+  /// The index of the stack's frame that answers `path` for the handler `name` now; none when the
+  /// answer comes from the values, or from nowhere.
+  std::optional<std::size_t> FrameOf(const std::string& name, const CTokenParts& path) const;
 
  private:
   CTokenResolver m_tokens;

@@ -5,27 +5,20 @@
 #include <algorithm>
 #include <exception>
 #include <filesystem>
-#include <set>
+#include <iterator>
+#include <limits>
 #include <utility>
 
 #include "TokenTemplateResolver/json_text.h"
 #include "page/included_files.h"
 #include "page/message_recorder.h"
-#include "page/page_variables.h"
+#include "page/record_builder.h"
+#include "page/record_results.h"
+#include "text/printable.h"
 #include "tool_error.h"
 
 namespace ttr {
 namespace {
-
-/// `text` as JSON; null when it is none, or nested deeper than JsonCpp reads.
-Json::Value parsed(const std::string& text) {
-  std::string errors;
-  try {
-    return jsoncpp_string::toJsonObject(text, &errors);
-  } catch (const Json::RuntimeError&) {
-    return Json::Value();
-  }
-}
 
 /// The JSON text of `document`, with the bytes of its strings as they are in the file: the library
 /// must come upon the same ones, whether they are UTF-8 or not.
@@ -34,16 +27,6 @@ std::string textOf(const Json::Value& document) {
   writer["indentation"] = "";
   writer["emitUTF8"] = true;
   return Json::writeString(writer, document);
-}
-
-bool hasRotatingLoop(const Json::Value& value) {
-  if (value.isObject()) {
-    const Json::Value& loop = value["Loop"];
-    if (loop.isObject() && loop.isMember("Bounds")) return true;
-  } else if (!value.isArray()) {
-    return false;
-  }
-  return std::any_of(value.begin(), value.end(), hasRotatingLoop);
 }
 
 /// The smallest distance at which `texts` repeat themselves throughout; their number without one.
@@ -56,24 +39,67 @@ unsigned period(const std::vector<std::string>& texts) {
   return static_cast<unsigned>(count);
 }
 
-void removeFileNames(Json::Value& value) {
-  if (value.isObject()) value.removeMember(includedFileMember);
-  if (!value.isObject() && !value.isArray()) return;
-  for (Json::Value& entry : value) removeFileNames(entry);
-}
-
 /// The path of the included file `name`, as the user of the tool, not the page, would name it.
 std::string userPath(const CPageOptions& options, const std::string& name) {
   const std::filesystem::path path = std::filesystem::path(options.directory) / name;
   return path.empty() ? name : path.lexically_normal().string();
 }
 
-}  // namespace
-
-Json::Value withoutFileNames(Json::Value value) {
-  removeFileNames(value);
-  return value;
+/// The value that an exception leaves with: the part that the library was working on, or all that
+/// the part decides about. Null as an entry, or absent as a member, it does not end the pass again.
+CTemplateValue culpritOf(const CMessageFact& end) {
+  const CTemplateValue& object = end.object;
+  if (end.isDocument && end.pointer.steps().size() < 2 && !end.way.empty() &&
+      (end.pointer.empty() || end.pointer.steps().back() == "Page")) {
+    return end.way.back().element;
+  }
+  const bool isOwn = !end.isDocument && end.pointer.Parent() == object.pointer;
+  const std::string member = isOwn ? end.pointer.steps().back() : "";
+  const bool decides = member == "Include" || member == "If" || member == "Loop";
+  return {object.file, decides ? object.pointer : end.pointer, nullptr};
 }
+
+bool isSamePlace(const CTemplateValue& a, const CTemplateValue& b) {
+  return a.file == b.file && a.pointer == b.pointer;
+}
+
+bool isSame(const CMessageFact& a, const CMessageFact& b) {
+  const auto isSameStep = [](const CIncludeStep& left, const CIncludeStep& right) {
+    return left.file == right.file && isSamePlace(left.element, right.element);
+  };
+  return a.text == b.text && isSamePlace(a.object, b.object) && a.pointer == b.pointer &&
+         std::equal(a.way.begin(), a.way.end(), b.way.begin(), b.way.end(), isSameStep);
+}
+
+/// True for a message about the object that the cause of `end` was taken out of, and about a part
+/// that the cause lay in.
+bool isOfGap(const CMessageFact& message, const CMessageFact& end) {
+  return isSamePlace(message.object, end.object) && culpritOf(end).pointer.IsBelow(message.pointer);
+}
+
+/// Adds to `next`, the pass made again without what ended `before`, what only the pass before knew:
+/// its ends, and the messages of what was taken out. What the gap itself makes the library say is
+/// set aside.
+void follow(CPassRecord before, CPassRecord& next) {
+  const auto [mine, its] = std::mismatch(before.messages.begin(), before.messages.end(),
+                                         next.messages.begin(), next.messages.end(), isSame);
+  const auto common = static_cast<std::size_t>(mine - before.messages.begin());
+  for (std::size_t i = 0; i < next.messages.size(); ++i) {
+    CMessageFact& message = next.messages[i];
+    message.isAside = i < common ? before.messages[i].isAside
+                                 : std::any_of(before.ends.begin(), before.ends.end(),
+                                               [&message](const CPassEnd& end) {
+                                                 return isOfGap(message, end.exception);
+                                               });
+  }
+  next.lostMessages = std::move(before.lostMessages);
+  next.lostMessages.insert(next.lostMessages.end(), std::make_move_iterator(mine),
+                           std::make_move_iterator(before.messages.end()));
+  next.ends.insert(next.ends.begin(), std::make_move_iterator(before.ends.begin()),
+                   std::make_move_iterator(before.ends.end()));
+}
+
+}  // namespace
 
 /// An included file, read once.
 struct CPageRunner::CFile {
@@ -88,9 +114,12 @@ CPageRunner::CPageRunner(const CPageOptions& options)
       m_size(parseScreenSize(options.size)) {
   if (options.root) confineIncludes(*options.root);
   m_directory = std::make_unique<CWorkingDirectory>(options.directory);
-  const CIncludeReader reader([this](const std::string& name) { return Serve(name, {}); });
-  const CMessageRecorder silence;  // each run says what is wrong with the names of files
-  m_variables = pageVariables(m_page.document(), CPageHost(m_values, m_size).tokens());
+  const CIncludeReader reader([this](const std::string& name) { return file(name).source.text(); });
+  const CMessageRecorder silence;  // each pass says what is wrong with the names of files
+  CPageHost host(m_values, m_size);
+  m_variables = pageVariables(m_page.document(), host.tokens());
+  host.ServeVariables(m_variables);
+  for (const auto& [name, handler] : host.tokens().handlers()) m_tokenNames.push_back(name);
 }
 
 CPageRunner::~CPageRunner() = default;
@@ -116,7 +145,7 @@ const CSourceFile* CPageRunner::IncludedFile(const std::string& name) {
 }
 
 const CSourceFile* CPageRunner::File(const std::string& name) {
-  return name == m_page.name() ? &m_page : IncludedFile(name);
+  return name == pageKey ? &m_page : IncludedFile(name);
 }
 
 std::string CPageRunner::ReasonNotIncluded(const std::string& name) { return file(name).reason; }
@@ -127,23 +156,27 @@ std::vector<std::string> CPageRunner::includedFiles() const {
   return names;
 }
 
-std::vector<std::string> CPageRunner::TokenNames() const {
-  const std::unique_ptr<CPageHost> host = NewHost();
-  std::vector<std::string> names;
-  for (const auto& [name, handler] : host->tokens().handlers()) names.push_back(name);
-  return names;
+std::vector<const CSourceFile*> CPageRunner::sources() {
+  std::vector<const CSourceFile*> files = {&m_page};
+  for (const auto& [name, file] : m_files) {
+    if (file->reason.empty()) files.push_back(&file->source);
+  }
+  return files;
 }
 
-std::string CPageRunner::Serve(const std::string& name, const CChanges& changes) {
-  const CFile& included = file(name);
-  const auto change = changes.find(name);
-  Json::Value document = change == changes.end() ? included.source.document() : change->second;
-  if (!included.source.errors().empty() || !document.isObject()) return included.source.text();
-  document[includedFileMember] = name;
-  return textOf(document);
+std::optional<CPlace> CPageRunner::PlaceOfVariable(const std::string& name) {
+  for (const CSourceFile* file : sources()) {
+    auto known = m_boundNames.find(file);
+    if (known == m_boundNames.end()) {
+      known = m_boundNames.emplace(file, boundNames(file->document())).first;
+    }
+    const auto bound = known->second.find(name);
+    if (bound != known->second.end()) return file->PlaceOfName(bound->second);
+  }
+  return std::nullopt;
 }
 
-std::unique_ptr<CPageHost> CPageRunner::NewHost() const {
+std::unique_ptr<CPageHost> CPageRunner::newHost() const {
   auto host = std::make_unique<CPageHost>(m_values, m_size);
   host->ServeVariables(m_variables);
   return host;
@@ -155,47 +188,110 @@ void CPageRunner::SetSize(CScreenSize size) {
 }
 
 /// The host that comes to `pass` next. Only the number of passes so far is left of those before.
-CPageHost& CPageRunner::HostBefore(unsigned pass) {
+CPageHost& CPageRunner::hostBefore(unsigned pass) {
   if (m_host == nullptr || pass <= m_passes) {
-    m_host = NewHost();
+    m_host = newHost();
     m_passes = 0;
   }
   m_host->SkipPasses(pass - 1 - m_passes);
-  m_passes = pass;
+  m_passes = pass - 1;
   return *m_host;
 }
 
-CPageRun CPageRunner::Run(const CChanges& changes, unsigned pass) {
-  const CIncludeReader reader([&](const std::string& name) { return Serve(name, changes); });
-  const auto change = changes.find(m_page.name());
-  const std::string text = change == changes.end() ? PageText() : textOf(change->second);
-  CPageHost& host = HostBefore(pass);
-  CPageRun run;
+/// Lets the host that comes to `pass` next `work`, and gives what is written meanwhile.
+CPageRunner::COutput CPageRunner::run(unsigned pass, const std::function<void(CPageHost&)>& work) {
+  COutput output;
+  CPageHost& host = hostBefore(pass);
   CMessageRecorder recorder;
   try {
-    run.result = parsed(host.Pass(text));
+    work(host);
+    m_passes = pass;
   } catch (const std::exception& error) {
-    run.exception = error.what();
+    output.exception = error.what();
+    // The host is kept for a look at its stack, but comes to no pass any more.
+    m_passes = std::numeric_limits<unsigned>::max();
   }
-  run.messages = recorder.Take();
-  return run;
+  output.lines = recorder.Take();
+  return output;
 }
 
-std::string CPageRunner::PageText() const {
-  return m_page.errors().empty() ? textOf(m_page.document()) : m_page.text();
+CPageRunner::COutput CPageRunner::Output(unsigned pass) {
+  const CIncludeReader reader([this](const std::string& name) {
+    const CFile& included = file(name);
+    if (!included.reason.empty())
+      tell(std::string("not included: ") + CToolError(name, included.reason).what());
+    return included.source.text();
+  });
+  std::string text;
+  COutput output = run(pass, [&](CPageHost& host) { text = host.Pass(m_page.text()); });
+  output.text = std::move(text);
+  return output;
+}
+
+const CSourceFile* CPageRunner::served(const std::string& name, const CChanges& changes) {
+  const auto change = changes.find(name);
+  return change == changes.end() ? File(name) : &change->second;
+}
+
+CPassRecord CPageRunner::record(unsigned pass, const CChanges& changes) {
+  const CIncludeReader reader([&](const std::string& name) {
+    const CSourceFile* source = served(name, changes);
+    return source == nullptr ? "" : source->TextWithoutComments();
+  });
+  const std::string text = served(pageKey, changes)->TextWithoutComments();
+  std::optional<CRecordBuilder> builder;
+  const COutput output = run(pass, [&](CPageHost& host) {
+    builder.emplace(host, pageKey, [&](const std::string& name) { return served(name, changes); });
+    host.Resolve(text);
+  });
+  CPassRecord record = builder->Take(output.exception);
+  record.pass = pass;
+  return record;
+}
+
+/// Takes what ended a pass out of the text of its file. False when nothing would be left.
+bool CPageRunner::takeOut(const CMessageFact& end, CChanges& changes) {
+  const CTemplateValue culprit = culpritOf(end);
+  const CSourceFile* source = served(culprit.file, changes);
+  if (source == nullptr || culprit.pointer.Find(source->document()) == nullptr) return false;
+  Json::Value document = source->document();
+  Json::Value* holder = culprit.pointer.Parent().Find(document);
+  const bool isPage = culprit.pointer == CJsonPointer() / "Page";
+  if (culprit.pointer.empty() || isPage) return false;
+  if (holder->isObject()) {
+    holder->removeMember(culprit.pointer.steps().back());
+  } else {
+    *culprit.pointer.Find(document) = Json::Value();
+  }
+  changes.insert_or_assign(culprit.file, CSourceFile(source->name(), textOf(document)));
+  return true;
+}
+
+CPassRecord CPageRunner::Record(unsigned pass) {
+  CChanges changes;
+  CPassRecord record = this->record(pass, changes);
+  bool isOver = record.ends.empty();
+  while (!isOver && takeOut(record.ends.back().exception, changes)) {
+    const std::size_t known = record.ends.size();
+    CPassRecord next = this->record(pass, changes);
+    follow(std::move(record), next);
+    record = std::move(next);
+    isOver = record.ends.size() == known;
+  }
+  record.isRepaired = isOver && !record.ends.empty();
+  findResults(record, [this](const std::string& name) { return File(name); });
+  return record;
 }
 
 unsigned CPageRunner::PassesUntilRepeat(unsigned limit) {
-  bool rotates = hasRotatingLoop(m_page.document());
-  for (const auto& [name, file] : m_files) {
-    rotates = rotates || hasRotatingLoop(file->source.document());
-  }
-  if (!rotates) return 1;
   std::vector<std::string> texts;
   for (unsigned count = std::min(limit, 60U);; count = std::min(limit, 2 * count)) {
     while (texts.size() < count) {
       const auto pass = static_cast<unsigned>(texts.size() + 1);
-      texts.push_back(jsoncpp_string::toString(Run({}, pass).result));
+      const CPassRecord record = Record(pass);
+      // Nothing else than a rotating loop tells one pass from the next.
+      if (pass == 1 && !record.rotates) return 1;
+      texts.push_back(jsoncpp_string::toString(*record.result));
     }
     if (period(texts) < count || count == limit) return period(texts);
   }

@@ -3,10 +3,12 @@
 
 #include <json/value.h>
 
+#include <map>
 #include <set>
 #include <string>
 
 #include "TokenTemplateResolver/token_resolver.h"
+#include "page/json_pointer.h"
 
 namespace ttr {
 
@@ -14,6 +16,12 @@ namespace ttr {
 /// loops, in the files that it includes too. File names that hold tokens are resolved with
 /// `tokens`; files that cannot be read bind nothing.
 std::set<std::string> pageVariables(const Json::Value& page, const CTokenResolver& tokens);
+
+/// The names that a document binds, each with the first place that does.
+using CBoundNames = std::map<std::string, CJsonPointer>;
+
+/// Those of `document` itself, without the files that it includes.
+CBoundNames boundNames(const Json::Value& document);
 
 }  // namespace ttr
 

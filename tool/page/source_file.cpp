@@ -94,6 +94,29 @@ CSourceFile::CSourceFile(std::string name, std::string text)
   if (m_errors.empty()) m_errors.push_back({PlaceAt(0), oneLine(errors)});
 }
 
+/// A comment begins outside of strings only; in a text that is JSON no other slash stands there.
+std::string CSourceFile::TextWithoutComments() const {
+  std::string text = m_text;
+  if (!m_errors.empty()) return text;
+  for (std::size_t at = text.find_first_of("/\""); at < text.size();
+       at = text.find_first_of("/\"", at)) {
+    if (text[at] == '"') {
+      while (++at < text.size() && text[at] != '"') at += text[at] == '\\' ? 1U : 0U;
+      ++at;
+      continue;
+    }
+    const bool isBlock = text.compare(at, 2, "/*") == 0;
+    const std::size_t last = isBlock ? text.find("*/", at + 2) : text.find_first_of("\r\n", at);
+    const std::size_t end = last == std::string::npos ? text.size() : last + (isBlock ? 2 : 0);
+    std::replace_if(
+        text.begin() + static_cast<std::ptrdiff_t>(at),
+        text.begin() + static_cast<std::ptrdiff_t>(end),
+        [](char character) { return character != '\n' && character != '\r'; }, ' ');
+    at = end;
+  }
+  return text;
+}
+
 CPlace CSourceFile::PlaceAt(std::size_t offset) const {
   const auto next = std::upper_bound(m_lineStarts.begin(), m_lineStarts.end(), offset);
   const auto line = static_cast<std::size_t>(next - m_lineStarts.begin());
@@ -128,8 +151,12 @@ std::string_view CSourceFile::WrittenString(const CJsonPointer& pointer) const {
   return std::string_view(m_text).substr(StartOf(*value), length);
 }
 
-CPlace CSourceFile::PlaceOfPart(const CJsonPointer& pointer, const std::string& part) const {
-  const std::size_t found = WrittenString(pointer).find(part);
+CPlace CSourceFile::PlaceOfPart(const CJsonPointer& pointer, const std::string& part,
+                                std::size_t before) const {
+  const std::string_view text = WrittenString(pointer);
+  std::size_t found = text.find(part);
+  for (; before > 0 && found != std::string_view::npos; --before)
+    found = text.find(part, found + 1);
   if (found == std::string_view::npos) return PlaceOf(pointer);
   return PlaceAt(StartOf(*pointer.Find(m_document)) + found);
 }

@@ -36,6 +36,9 @@ class CSourceFile {
 
   const std::string& name() const { return m_name; }
   const std::string& text() const { return m_text; }
+  /// The text with blanks for its comments, so that what is made of it has none, and every value
+  /// stays in its place.
+  std::string TextWithoutComments() const;
   /// Null when the text is no JSON.
   const Json::Value& document() const { return m_document; }
   const std::vector<CSyntaxError>& errors() const { return m_errors; }
@@ -46,9 +49,10 @@ class CSourceFile {
   /// Where the name of the member that `pointer` leads to begins, its quote included; as `PlaceOf`
   /// for the entry of an array and for the document.
   CPlace PlaceOfName(const CJsonPointer& pointer) const;
-  /// Where `part` begins in the text of the string that `pointer` leads to; as `PlaceOf` when it is
-  /// not found there as written.
-  CPlace PlaceOfPart(const CJsonPointer& pointer, const std::string& part) const;
+  /// Where `part` begins in the text of the string that `pointer` leads to, the one behind `before`
+  /// others; as `PlaceOf` when it is not found there as written.
+  CPlace PlaceOfPart(const CJsonPointer& pointer, const std::string& part,
+                     std::size_t before = 0) const;
   /// As `PlaceOfPart`, for the last time that `part` stands there.
   CPlace PlaceOfLastPart(const CJsonPointer& pointer, const std::string& part) const;
 

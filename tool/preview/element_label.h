@@ -5,7 +5,7 @@
 
 #include <string>
 
-#include "page/element_tree.h"
+#include "page/pass_record.h"
 
 namespace ttr {
 

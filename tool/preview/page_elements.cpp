@@ -5,7 +5,6 @@
 #include <utility>
 
 #include "TokenTemplateResolver/json_text.h"
-#include "preview/bounds_arithmetic.h"
 #include "preview/element_label.h"
 #include "preview/text_layout.h"
 
@@ -44,23 +43,42 @@ Json::Value fourInts(const Json::Value& bounds) {
   return four;
 }
 
-/// The bounds of a node and what they were made from.
+/// What an entry has around it.
+struct CAround {
+  std::optional<std::size_t> parent;  ///< its id
+  bool isNull = false;
+  std::size_t depth = 0;  ///< number of boxes
+  Json::Value bounds;     ///< in force
+};
+
+/// The bounds that a node has in the end.
 struct CNodeBounds {
-  Json::Value written;
-  Json::Value replaced;
-  Json::Value enclosing;
   Json::Value result;    ///< null without bounds
   bool isFrame = false;  ///< of an element that was replaced
 };
 
+CNodeBounds boundsOf(const CElementNode& node) {
+  if (node.IsNull()) return {};
+  const bool isContainer = node.kind == CElementNode::kindLoop && node.result->isObject() &&
+                           node.result->isMember("Bounds");
+  if (isContainer || node.kind == CElementNode::kindElement) {
+    return {memberOf(node.result, "Bounds"), false};
+  }
+  return {node.bounds ? node.bounds->result : Json::Value(), true};
+}
+
 class CBuilder {
  public:
-  CBuilder(CPageRunner& page, const CBoundsFactsOf& facts, CAssets& assets)
-      : m_page(page), m_facts(facts), m_assets(assets) {}
+  CBuilder(CPageRunner& page, const CPassRecord& record, const std::string& valuesFile,
+           CElementIds& ids, CAssets& assets)
+      : m_page(page), m_record(record), m_valuesFile(valuesFile), m_ids(ids), m_assets(assets) {}
 
-  CPageElements Build(const CElementNode& root) {
-    m_built.scene.size = m_page.size();
-    visit(root, std::nullopt, 0);
+  CPageElements Build() {
+    const CScreenSize size = m_built.scene.size = m_page.size();
+    CAround screen;
+    screen.bounds = Json::Value(Json::arrayValue);
+    for (const int number : {0, 0, size.width, size.height}) screen.bounds.append(number);
+    visit(m_record.root, screen);
     addNotes("Null in the result", m_nulls);
     addNotes("Bounds that cannot be drawn", m_undrawable);
     addNotes("Without width or height", m_empty);
@@ -69,29 +87,50 @@ class CBuilder {
   }
 
  private:
-  void visit(const CElementNode& node, std::optional<std::size_t> parent, std::size_t depth) {
-    const std::size_t id = m_built.elements.size();
-    const bool parentIsNull = parent && m_built.elements[*parent].isNull;
-    m_built.elements.push_back(describe(node, id, parent));
-    const CNodeBounds bounds = boundsOf(node);
-    const std::size_t inner = addBounds(node, bounds, id, depth) ? depth + 1 : depth;
-    if (m_built.elements[id].isNull && !parentIsNull) noteNull(m_built.elements[id]);
-    const bool holdsTexts = node.kind == CElementNode::kindElement && inner > depth;
-    if (!holdsTexts) addLooseContents(node, depth);
+  void visit(const CElementNode& node, const CAround& around) {
+    m_way.push_back(&node);
+    CPreviewElement element = describe(node, around);
+    if (!around.isNull) element.explanation = explanation();
+    const bool hasBox = addBounds(node, around, element);
+    if (element.isNull && !around.isNull) noteNull(element);
+    const CAround inside{element.id, element.isNull, around.depth + (hasBox ? 1 : 0),
+                         encloses(node) ? node.bounds->result : enclosing(node, around)};
+    m_built.elements.push_back(std::move(element));
+    const bool holdsTexts = node.kind == CElementNode::kindElement && hasBox;
+    if (!holdsTexts) addLooseContents(node, around.depth);
     for (std::size_t index = 0; index < node.children.size(); ++index) {
       const CElementNode& child = node.children[index];
       const bool newCopy =
           child.copy && (index == 0 || node.children[index - 1].copy != child.copy);
-      if (newCopy) addCell(child, depth);
-      visit(child, id, inner);
+      if (newCopy) addCell(node.loop->copies.at(*child.copy).bounds, around.depth);
+      visit(child, inside);
     }
+    m_way.pop_back();
   }
 
-  CPreviewElement describe(const CElementNode& node, std::size_t id,
-                           std::optional<std::size_t> parent) {
+  /// Without the first line, the place and the pass, which the viewer shows itself.
+  std::vector<CExplanationLine> explanation() {
+    std::vector<CExplanationLine> lines =
+        explanationLines(explainNode(m_page, m_record, m_way, m_valuesFile));
+    lines.erase(lines.begin());
+    return lines;
+  }
+
+  /// True when the element has bounds that what is inside of it is measured against.
+  static bool encloses(const CElementNode& node) {
+    return node.bounds && node.bounds->result.isArray() && !node.bounds->result.empty();
+  }
+
+  /// A document, and what an If hides, is not measured, but stands in the bounds around it.
+  static const Json::Value& enclosing(const CElementNode& node, const CAround& around) {
+    const bool isMeasured = node.kind != CElementNode::kindDocument && !around.isNull;
+    return isMeasured ? node.enclosing : around.bounds;
+  }
+
+  CPreviewElement describe(const CElementNode& node, const CAround& around) {
     CPreviewElement element;
-    element.id = id;
-    element.parent = parent;
+    element.id = m_ids.Of(node);
+    element.parent = around.parent;
     element.kind = kindName(node.kind);
     element.label = elementLabel(node);
     element.pointer = node.pointer.Text();
@@ -112,49 +151,19 @@ class CBuilder {
     if (!value->isObject()) return *value;
     Json::Value members(Json::objectValue);
     for (const std::string& name : value->getMemberNames()) {
-      if (name != "Contents" && name != includedFileMember) members[name] = (*value)[name];
+      if (name != "Contents") members[name] = (*value)[name];
     }
     return members;
   }
 
-  const CBoundsFacts* factsOf(const CElementNode& node) const {
-    const auto found = m_facts.find(&node);
-    return found == m_facts.end() ? nullptr : &found->second;
-  }
-
-  CNodeBounds boundsOf(const CElementNode& node) const {
-    static const CBoundsFacts unknown;
-    const CBoundsFacts* known = factsOf(node);
-    const CBoundsFacts& facts = known == nullptr ? unknown : *known;
-    CNodeBounds bounds;
-    bounds.enclosing = facts.enclosing;
-    if (node.IsNull()) return bounds;
-    bounds.written = memberOf(node.origin.value, "Bounds");
-    bounds.replaced = facts.replaced;
-    if (node.kind == CElementNode::kindElement) {
-      bounds.result = memberOf(node.result, "Bounds");
-    } else if (node.kind == CElementNode::kindLoop && node.result->isMember("Bounds")) {
-      // A container: in a rotating loop it has the bounds inside of the loop.
-      bounds.result = memberOf(node.result, "Bounds");
-      const Json::Value loop = memberOf(node.origin.value, "Loop");
-      bounds.written = bounds.replaced = memberOf(&loop, "Bounds");
-      if (!facts.bounds.isNull()) bounds.enclosing = facts.bounds;
-    } else {
-      bounds.result = facts.bounds;
-      bounds.isFrame = true;
-    }
-    return bounds;
-  }
-
   /// True when the node has a box in the picture.
-  bool addBounds(const CElementNode& node, const CNodeBounds& bounds, std::size_t id,
-                 std::size_t depth) {
-    CPreviewElement& element = m_built.elements[id];
-    element.enclosing = fourInts(bounds.enclosing);
+  bool addBounds(const CElementNode& node, const CAround& around, CPreviewElement& element) {
+    const CNodeBounds bounds = boundsOf(node);
+    // The bounds inside of a loop lie within its own.
+    const bool isInside = node.kind == CElementNode::kindLoop && !bounds.isFrame && node.bounds;
+    element.enclosing = fourInts(isInside ? node.bounds->result : enclosing(node, around));
     if (bounds.result.isNull()) return false;
     element.bounds = fourInts(bounds.result);
-    element.arithmetic =
-        boundsArithmetic(bounds.written, bounds.replaced, bounds.enclosing, bounds.result);
     const std::optional<CBox> box = boxOf(bounds.result);
     if (!box) {
       m_undrawable.push_back(noteLine(element, jsoncpp_string::toString(bounds.result)));
@@ -169,9 +178,9 @@ class CBuilder {
     }
     CShape shape;
     shape.kind = bounds.isFrame ? CShape::kindFrame : CShape::kindElement;
-    shape.id = id;
+    shape.id = element.id;
     shape.box = *box;
-    shape.depth = depth;
+    shape.depth = around.depth;
     shape.title = element.label + "\n" + element.pointer + "\n" + element.place;
     if (!bounds.isFrame) addMembers(*node.result, shape);
     if (node.kind == CElementNode::kindElement) addContents(node, std::nullopt, shape);
@@ -217,8 +226,7 @@ class CBuilder {
       const CElementNode& child = node.children[index];
       if (index > 0 && child.copy == done) continue;
       done = child.copy;
-      const CBoundsFacts* facts = factsOf(child);
-      const std::optional<CBox> box = facts == nullptr ? std::nullopt : boxOf(facts->enclosing);
+      const std::optional<CBox> box = boxOf(child.enclosing);
       if (!box) continue;
       CShape shape;
       shape.kind = CShape::kindText;
@@ -231,10 +239,8 @@ class CBuilder {
   }
 
   /// The cell that a copy of a grid loop's contents is in.
-  void addCell(const CElementNode& child, std::size_t depth) {
-    const CBoundsFacts* facts = factsOf(child);
-    if (facts == nullptr) return;
-    const std::optional<CBox> box = boxOf(facts->enclosing);
+  void addCell(const Json::Value& bounds, std::size_t depth) {
+    const std::optional<CBox> box = boxOf(bounds);
     if (!box) return;
     CShape shape;
     shape.kind = CShape::kindCell;
@@ -256,8 +262,11 @@ class CBuilder {
   }
 
   CPageRunner& m_page;
-  const CBoundsFactsOf& m_facts;
+  const CPassRecord& m_record;
+  const std::string& m_valuesFile;
+  CElementIds& m_ids;
   CAssets& m_assets;
+  CNodeWay m_way;  ///< to the node that is visited
   CPageElements m_built;
   std::vector<std::string> m_nulls;
   std::vector<std::string> m_undrawable;
@@ -267,9 +276,9 @@ class CBuilder {
 
 }  // namespace
 
-CPageElements pageElements(CPageRunner& page, const CElementNode& root, const CBoundsFactsOf& facts,
-                           CAssets& assets) {
-  return CBuilder(page, facts, assets).Build(root);
+CPageElements pageElements(CPageRunner& page, const CPassRecord& record,
+                           const std::string& valuesFile, CElementIds& ids, CAssets& assets) {
+  return CBuilder(page, record, valuesFile, ids, assets).Build();
 }
 
 }  // namespace ttr

@@ -12,7 +12,7 @@ namespace ttr {
 namespace {
 
 constexpr std::int64_t largestSide = 4096;  ///< of a picture, in pixels
-constexpr char end[] = "</svg>\n";
+constexpr char svgEnd[] = "</svg>\n";
 
 CBox screenOf(CScreenSize size) { return {0, 0, size.width, size.height}; }
 
@@ -103,12 +103,12 @@ CPicture drawPicture(const CScene& scene) {
   const CBox all{canvas.x, canvas.y, std::max(canvas.width, notes.box.width),
                  canvas.height + notes.box.height};
   if (!definitions.empty()) definitions = "<defs>\n" + definitions + "</defs>\n";
-  return {head(all) + definitions + ground(all, screen) + shapes + notes.svg + end, all};
+  return {head(all) + definitions + ground(all, screen) + shapes + notes.svg + svgEnd, all};
 }
 
 std::string withBanner(const CPicture& picture, const std::string& reason) {
   std::string svg = picture.svg;
-  svg.insert(svg.rfind(end), outdatedBanner(reason, picture.canvas).svg);
+  svg.insert(svg.rfind(svgEnd), outdatedBanner(reason, picture.canvas).svg);
   return svg;
 }
 

@@ -2,21 +2,18 @@
 
 #include <algorithm>
 #include <filesystem>
-#include <map>
 #include <utility>
 
-#include "check/fault_codes.h"
-#include "check/fault_search.h"
-#include "page/element_tree.h"
+#include "page/fault_finder.h"
 #include "page/page_run.h"
+#include "page/pass_record.h"
+#include "page/record_faults.h"
 #include "preview/assets.h"
-#include "preview/bounds_probe.h"
 #include "preview/output_name.h"
 #include "preview/page_elements.h"
 #include "preview/picture.h"
 #include "preview/rsvg.h"
 #include "preview/viewer_page.h"
-#include "text/printable.h"
 
 namespace ttr {
 namespace {
@@ -28,69 +25,49 @@ void refuseSyntaxErrors(const CSourceFile& page) {
   if (!page.errors().empty()) throw CFaultyPage(syntaxFaults(page));
 }
 
-/// The fault that ended a pass in `exception`. `ttr check` has better words for some exceptions,
-/// but keeps their code.
-CFault causeOf(CPageRunner& page, unsigned pass, const std::string& exception) {
-  const std::vector<CFault> faults = findFaults(page, {pass, pass});
-  const auto firstThat = [&faults](const auto& condition) {
-    return std::find_if(faults.begin(), faults.end(), condition);
-  };
-  CFault cause;
-  cause.code = kindOfException(exception).code;
-  cause.level = CFault::levelError;
-  cause.message = oneLine(exception);
-  cause.place.file = page.pageFile().name();
-  auto found = firstThat([&](const CFault& fault) { return fault.message == cause.message; });
-  if (found != faults.end()) return *found;
-  found = firstThat([&](const CFault& fault) { return fault.code == cause.code; });
-  return found == faults.end() ? cause : *found;
-}
-
 /// Makes the pictures of one page.
 class CPictureMaker {
  public:
-  CPictureMaker(CPageRunner& page, CAssets& assets) : m_page(page), m_assets(assets) {}
+  CPictureMaker(CPageRunner& page, std::string valuesFile, CAssets& assets)
+      : m_page(page), m_valuesFile(std::move(valuesFile)), m_assets(assets), m_finder(page) {}
 
   CPreviewPicture Make(unsigned pass, bool isOneOfSeveral) {
-    const CPageRun run = m_page.Run({}, pass);
-    if (run.exception) {
-      CFault cause = causeOf(m_page, pass, *run.exception);
+    const CPassRecord record = m_page.Record(pass);
+    m_finder.Add(record);
+    CPreviewPicture picture;
+    picture.faults = m_finder.Take();
+    if (record.End() != nullptr) {
+      CFault cause = causeOf(*record.End(), picture.faults);
       if (isOneOfSeveral) cause.message = "pass " + std::to_string(pass) + ": " + cause.message;
       throw CFaultyPage({cause});
     }
-    const CElementNode root = elementTree(m_page, run);
-    CPageElements elements = pageElements(m_page, root, probeBounds(m_page, root, pass), m_assets);
-    CPreviewPicture picture;
+    CPageElements elements = pageElements(m_page, record, m_valuesFile, m_ids, m_assets);
     picture.size = std::to_string(m_page.size().width) + 'x' + std::to_string(m_page.size().height);
     picture.pass = pass;
-    elements.scene.name = "s" + picture.size + "p" + std::to_string(pass);
+    elements.scene.name = 's' + picture.size;
     CPicture drawn = drawPicture(elements.scene);
     picture.svg = std::move(drawn.svg);
     picture.canvas = drawn.canvas;
     picture.elements = std::move(elements.elements);
-    picture.faults = faultsOf(picture, run.messages);
     return picture;
   }
 
  private:
-  /// The search takes long, so that pictures that show the same of the template, and whose messages
-  /// are the same, share one.
-  const std::vector<CFault>& faultsOf(const CPreviewPicture& picture,
-                                      std::vector<std::string> messages) {
-    std::sort(messages.begin(), messages.end());
-    std::string likeness = picture.size;
-    for (const std::string& message : messages) likeness += '\n' + message;
-    for (const CPreviewElement& element : picture.elements) {
-      likeness += '\n' + element.place + (element.isNull ? "-" : "+");
-    }
-    const auto [known, added] = m_faults.try_emplace(std::move(likeness));
-    if (added) known->second = findFaults(m_page, {picture.pass, picture.pass});
-    return known->second;
+  /// What ended a pass, in the words of its faults: they may have better ones.
+  CFault causeOf(const CPassEnd& end, const std::vector<CFault>& faults) {
+    const CFault cause = faultOfEnd(m_page, end);
+    const auto isCause = [&](const CFault& fault) {
+      return fault.code == cause.code && fault.place.Text() == cause.place.Text();
+    };
+    const auto found = std::find_if(faults.begin(), faults.end(), isCause);
+    return found == faults.end() ? cause : *found;
   }
 
   CPageRunner& m_page;
+  std::string m_valuesFile;
   CAssets& m_assets;
-  std::map<std::string, std::vector<CFault>> m_faults;
+  CFaultFinder m_finder;
+  CElementIds m_ids;
 };
 
 /// How many passes the outputs show.
@@ -101,7 +78,6 @@ unsigned passCount(CPageRunner& page, const CPreviewOptions& options) {
         return previewFormat(name, options.format) == formatHtml || hasPlaceholder(name, "{pass}");
       });
   if (!several && !options.outputs.empty()) return 1;
-  page.Run({}, options.page.pass);  // then the included files are known
   return page.PassesUntilRepeat();
 }
 
@@ -120,32 +96,27 @@ std::vector<std::string> givenFiles(const CPageOptions& options) {
 }
 
 /// What stands in for the pictures of a page that never had any.
-std::vector<CPreviewPicture> emptyPictures(const CPreviewOptions& options) {
-  std::vector<CPreviewPicture> pictures;
+CPreviewModel emptyModel(const CPreviewOptions& options) {
+  CPreviewModel model;
   for (const std::string& size : options.sizes) {
     CScene scene;
     scene.size = parseScreenSize(size);
     const CPicture drawn = drawPicture(scene);
-    CPreviewPicture picture;
-    picture.size = size;
-    picture.pass = options.page.pass;
-    picture.svg = drawn.svg;
-    picture.canvas = drawn.canvas;
-    pictures.push_back(std::move(picture));
+    model.Add({size, options.page.pass, drawn.svg, drawn.canvas, {}, {}});
   }
-  return pictures;
+  return model;
 }
 
 /// Adds the pictures that go to the output `name`: all that its placeholders tell apart.
-void addPictures(const std::vector<CPreviewPicture>& pictures, const std::string& name,
-                 ePreviewFormat format, const std::string& outdated,
-                 std::vector<CPreviewFile>& files) {
-  for (const CPreviewPicture& picture : pictures) {
-    const bool shown = (hasPlaceholder(name, "{size}") || picture.size == pictures.front().size) &&
-                       (hasPlaceholder(name, "{pass}") || picture.pass == pictures.front().pass);
+void addPictures(const CPreviewModel& model, const std::string& name, ePreviewFormat format,
+                 const std::string& outdated, std::vector<CPreviewFile>& files) {
+  const CKeptPicture& first = model.pictures.front();
+  for (const CKeptPicture& picture : model.pictures) {
+    const bool shown = (hasPlaceholder(name, "{size}") || picture.size == first.size) &&
+                       (hasPlaceholder(name, "{pass}") || picture.pass == first.pass);
     if (!shown) continue;
-    std::string svg = picture.svg;
-    if (!outdated.empty()) svg = withBanner({picture.svg, picture.canvas}, outdated);
+    std::string svg = model.Svg(picture);
+    if (!outdated.empty()) svg = withBanner({svg, picture.canvas}, outdated);
     files.push_back({outputName(name, picture.size, picture.pass),
                      format == formatPng ? pngFromSvg(svg) : std::move(svg)});
   }
@@ -160,17 +131,19 @@ CFaultyPage::CFaultyPage(std::vector<CFault> faults)
 CPreviewModel makePreview(const CPreviewOptions& options) {
   CPreviewModel model;
   model.page = options.page.page;
+  model.faults.AddFile(model.page);
   model.files = givenFiles(options.page);
   CAssets assets(options.assets);
+  const std::string values = valuesFile(options.page);
   CPageRunner page(options.page);
   refuseSyntaxErrors(page.pageFile());
   const unsigned first = options.page.pass;
   const unsigned count = passCount(page, options);
-  CPictureMaker pictures(page, assets);
+  CPictureMaker pictures(page, values, assets);
   for (const std::string& size : options.sizes) {
     page.SetSize(parseScreenSize(size));
     for (unsigned pass = 0; pass < count; ++pass) {
-      model.pictures.push_back(pictures.Make(first + pass, count > 1));
+      model.Add(pictures.Make(first + pass, count > 1));
     }
   }
   for (const std::string& name : page.includedFiles()) {
@@ -182,15 +155,15 @@ CPreviewModel makePreview(const CPreviewOptions& options) {
 
 std::vector<CPreviewFile> renderPreview(const CPreviewModel& model, const CPreviewOptions& options,
                                         const std::string& outdated, bool live) {
-  const std::vector<CPreviewPicture> pictures =
-      model.pictures.empty() ? emptyPictures(options) : model.pictures;
+  const CPreviewModel empty = emptyModel(options);
+  const CPreviewModel& shown = model.pictures.empty() ? empty : model;
   std::vector<CPreviewFile> files;
   for (const std::string& name : options.outputs) {
     const ePreviewFormat format = previewFormat(name, options.format);
     if (format == formatHtml) {
       files.push_back({name, viewerPage(model, outdated, live)});
     } else {
-      addPictures(pictures, name, format, outdated, files);
+      addPictures(shown, name, format, outdated, files);
     }
   }
   return files;

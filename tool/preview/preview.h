@@ -1,14 +1,19 @@
 #ifndef TOOL_PREVIEW_PREVIEW_H
 #define TOOL_PREVIEW_PREVIEW_H
 
+#include <json/value.h>
+
 #include <cstddef>
 #include <optional>
 #include <string>
 #include <vector>
 
-#include "check/fault.h"
+#include "page/explanation.h"
+#include "page/fault.h"
+#include "page/fault_list.h"
 #include "page/page_options.h"
 #include "preview/box.h"
+#include "preview/text_pool.h"
 #include "tool_error.h"
 
 namespace ttr {
@@ -37,7 +42,7 @@ struct CPreviewOptions {
 
 /// An entry of a resolved page, as the viewer shows it.
 struct CPreviewElement {
-  std::size_t id = 0;                 ///< also of its group in the picture: data-id
+  std::size_t id = 0;                 ///< the same in all pictures; also of its group: data-id
   std::optional<std::size_t> parent;  ///< id
   std::string kind;                   ///< as kindName() calls it
   std::string label;                  ///< short, for the tree
@@ -45,11 +50,11 @@ struct CPreviewElement {
   std::string place;                  ///< "FILE:LINE:COLUMN" of the template element
   std::string templatePointer;        ///< in that file
   bool isNull = false;
-  bool offScreen = false;               ///< lies outside of the screen, wholly or in part
-  Json::Value bounds;                   ///< [x, y, width, height], null without
-  Json::Value enclosing;                ///< the bounds it was measured against
-  std::vector<std::string> arithmetic;  ///< "x: 32 + 16 = 48"
-  Json::Value members;                  ///< resolved, without "Contents"
+  bool offScreen = false;                     ///< lies outside of the screen, wholly or in part
+  Json::Value bounds;                         ///< [x, y, width, height], null without
+  Json::Value enclosing;                      ///< the bounds it was measured against
+  std::vector<CExplanationLine> explanation;  ///< as `ttr explain` has it, without the place
+  Json::Value members;                        ///< resolved, without "Contents"
 };
 
 /// One pass of the page on a screen of one size.
@@ -62,12 +67,30 @@ struct CPreviewPicture {
   std::vector<CFault> faults;
 };
 
-/// Everything that a preview shows, whatever the format.
+/// A picture as the model keeps it, in runs of the model's texts.
+struct CKeptPicture {
+  std::string size;
+  unsigned pass = 1;
+  CBox canvas;
+  CTextPool::CRuns lines;
+  CTextPool::CRuns elements;
+  CTextPool::CRuns diagnostics;
+};
+
+/// Everything that a preview shows, whatever the format. What pictures have in common is kept once:
+/// of a page with many passes there is one, and what is different in the others.
 struct CPreviewModel {
-  std::string page;                       ///< name of the page
-  std::vector<CPreviewPicture> pictures;  ///< for each size its passes
+  std::string page;                    ///< name of the page
+  CTextPool lines;                     ///< of the pictures' SVG
+  CTextPool elements;                  ///< as JSON, for the viewer
+  CTextPool diagnostics;               ///< the same, of the pictures' faults
+  std::vector<CKeptPicture> pictures;  ///< for each size its passes
+  CFaultList faults;                   ///< of all pictures
   std::vector<std::string> files;  ///< absolute paths of all that it was made from: page, values,
                                    ///< includes and assets, also those that could not be read
+
+  void Add(const CPreviewPicture& picture);
+  std::string Svg(const CKeptPicture& picture) const;
 };
 
 /// A file to write.

@@ -40,7 +40,7 @@ int writePreview(const CPreviewOptions& options, const COutputOptions& output) {
       writeFile(file.name, file.content);
     }
   }
-  const std::vector<CFault> faults = allFaults(model);
+  const std::vector<CFault> faults = model.faults.Sorted();
   printFaults(faults, output);
   return faults.empty() ? 0 : 1;
 }

@@ -9,7 +9,7 @@
 
 #include "preview/svg.h"
 #include "preview/text_layout.h"
-#include "test/xml_text.h"
+#include "text/xml_text.h"
 
 namespace ttr {
 namespace {

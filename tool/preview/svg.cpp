@@ -1,6 +1,6 @@
 #include "preview/svg.h"
 
-#include "test/xml_text.h"
+#include "text/xml_text.h"
 
 namespace ttr {
 

@@ -1,6 +1,5 @@
 // `ttr preview --watch` and `--serve`: builds follow one another in this thread, as the library
 // wants it; the threads of the server only hand out what was built last.
-// Tests: tests/tool/watch/check_watch.sh.
 #include "preview/watch.h"
 
 #include <poll.h>
@@ -115,7 +114,7 @@ std::vector<std::string> includedFiles(const CPageOptions& options) {
   std::vector<std::string> files;
   try {
     CPageRunner page(options);
-    page.Run({}, options.pass);
+    page.Record(options.pass);
     for (const std::string& name : page.includedFiles()) files.push_back((folder / name).string());
   } catch (const std::exception&) {
     // The page itself or its values cannot be read.
@@ -191,7 +190,7 @@ void CWatchedPreview::resolve() {
     // The server's page shows all that the other outputs do.
     CPreviewModel model = makePreview(m_watch.serve ? m_served : m_options);
     tried = model.files;
-    m_faults = allFaults(model);
+    m_faults = model.faults.Sorted();
     m_outdated = missingPart(m_faults);
     if (m_outdated.empty() || !m_isGood) m_model = std::move(model);
     m_isGood = m_isGood || m_outdated.empty();

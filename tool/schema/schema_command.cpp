@@ -4,7 +4,7 @@
 
 #include "commands.h"
 #include "files.h"
-#include "schema/template_schema.h"
+#include "page/template_schema.h"
 
 namespace ttr {
 namespace {

@@ -15,9 +15,7 @@
 #include <system_error>
 
 #include "files.h"
-#include "page/message_recorder.h"
-#include "page/page_host.h"
-#include "page/page_options.h"
+#include "page/page_run.h"
 #include "test/unified_diff.h"
 #include "tool_error.h"
 
@@ -185,25 +183,22 @@ std::vector<std::string> findCases(const std::string& directory) {
 }
 
 CCaseOutput caseOutput(const std::string& folder) {
-  const std::string page = readText(inFolder(folder, "template.json"));
   const std::string values = inFolder(folder, "values.json");
   const std::string optionsFile = inFolder(folder, "options");
   const CCaseOptions options = exists(optionsFile) ? readOptions(optionsFile) : CCaseOptions();
-  CPageHost host(readValues(exists(values) ? values : ""), options.size);
-  const CWorkingDirectory directory(folder);
-  CMessageRecorder recorder;
+  CPageOptions page;
+  page.page = inFolder(folder, "template.json");
+  page.directory = folder;
+  if (exists(values)) page.values = values;
+  CPageRunner runner(page);
+  runner.SetSize(options.size);
+  const CPageRunner::COutput resolved = runner.Output(options.pass);
   CCaseOutput output;
-  try {
-    host.ServeVariablesOf(page);
-    std::string result;
-    for (unsigned passesLeft = options.pass; passesLeft > 0; --passesLeft) {
-      recorder.Take();
-      result = host.Pass(page);
-    }
-    output.json = prettyJson(result);
-    output.errors = linesOf(recorder.Take());
-  } catch (const std::exception& error) {
-    output.errors = linesOf(recorder.Take()) + "exception: " + error.what() + '\n';
+  output.errors = linesOf(resolved.lines);
+  if (resolved.exception) {
+    output.errors += "exception: " + *resolved.exception + '\n';
+  } else {
+    output.json = prettyJson(resolved.text);
   }
   return output;
 }

@@ -1,4 +1,3 @@
-// Test: tests/tool/test/test_report_test.cpp
 #include "test/test_report.h"
 
 #include <algorithm>
@@ -8,9 +7,9 @@
 #include <locale>
 #include <sstream>
 
-#include "test/xml_text.h"
 #include "text/output_options.h"
 #include "text/printable.h"
+#include "text/xml_text.h"
 
 namespace ttr {
 namespace {

@@ -6,7 +6,7 @@
 #include <cstddef>
 #include <vector>
 
-#include "diff/alignment.h"
+#include "text/alignment.h"
 #include "text/printable.h"
 
 namespace ttr {

@@ -1,5 +1,5 @@
-#ifndef TOOL_OUTPUT_OPTIONS_H
-#define TOOL_OUTPUT_OPTIONS_H
+#ifndef TOOL_TEXT_OUTPUT_OPTIONS_H
+#define TOOL_TEXT_OUTPUT_OPTIONS_H
 
 #include <string>
 #include <vector>
@@ -27,4 +27,4 @@ std::string styled(const std::string& text, eTextStyle style, bool colour);
 
 }  // namespace ttr
 
-#endif  // TOOL_OUTPUT_OPTIONS_H
+#endif  // TOOL_TEXT_OUTPUT_OPTIONS_H

@@ -1,4 +1,3 @@
-// Tests: tests/tool/text/printable_test.cpp, tests/tool/check_printable.py
 #include "text/printable.h"
 
 #include <algorithm>

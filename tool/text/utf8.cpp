@@ -1,4 +1,3 @@
-// Tests: tests/tool/test/xml_text_test.cpp, tests/tool/text/printable_test.cpp
 #include "text/utf8.h"
 
 namespace ttr {

@@ -20,7 +20,7 @@ export function element(id, parent, overrides = {}) {
     offScreen: false,
     bounds: null,
     enclosing: null,
-    arithmetic: [],
+    explanation: [],
     members: {},
     ...overrides,
   };
@@ -57,12 +57,51 @@ export function draw(size, elements) {
     });
   return (
     `<svg xmlns="http://www.w3.org/2000/svg" width="${width}" height="${height}"` +
-    ` viewBox="0 0 ${width} ${height}">${groups.join('')}</svg>`
+    ` viewBox="0 0 ${width} ${height}">\n${groups.join('\n')}</svg>`
   );
 }
 
 export function picture(size, pass, elements, diagnostics = []) {
   return {size, pass, svg: draw(size, elements), elements, diagnostics};
+}
+
+/** Entries, each of them once, and lists of them told by runs: a first index and a count, by turns. */
+class Pool {
+  constructor() {
+    this.entries = [];
+    this.indices = new Map();
+  }
+
+  runs(list) {
+    const runs = [];
+    for (const entry of list) {
+      const key = JSON.stringify(entry);
+      if (!this.indices.has(key)) this.indices.set(key, this.entries.push(entry) - 1);
+      const index = this.indices.get(key);
+      if (runs.length > 0 && runs.at(-2) + runs.at(-1) === index) ++runs[runs.length - 1];
+      else runs.push(index, 1);
+    }
+    return runs;
+  }
+}
+
+/** A model as the tool writes it: what its pictures have in common is there once. */
+export function shared(model) {
+  const [lines, elements, diagnostics] = [new Pool(), new Pool(), new Pool()];
+  const pictures = model.pictures.map((entry) => ({
+    size: entry.size,
+    pass: entry.pass,
+    lines: lines.runs(entry.svg.split('\n')),
+    elements: elements.runs(entry.elements),
+    diagnostics: diagnostics.runs(entry.diagnostics),
+  }));
+  return {
+    ...model,
+    pictures,
+    lines: lines.entries,
+    elements: elements.entries,
+    diagnostics: diagnostics.entries,
+  };
 }
 
 /** A model of one picture, unless told otherwise. */
@@ -92,11 +131,11 @@ export function everyKind() {
       label: 'RenderType 2 "Welcome"',
       bounds: [116, 80, 640, 48],
       enclosing: [100, 60, 1000, 400],
-      arithmetic: [
-        'x: 100 + 16 = 116',
-        'y: 60 + 20 = 80',
-        'width: 1280 * 50 / 100 = 640',
-        'height: 48',
+      explanation: [
+        {label: 'Bounds', text: '[116,80,640,48], within 100,60 1000x400 of the screen'},
+        {label: 'x', text: '116 from 16: 16 + 100 = 116', isDetail: true},
+        {label: 'width', text: '640 from "50%": 50% of 1280 = 640', isDetail: true},
+        {label: 'token', text: '$(host) in Contents/0: "Ada", by host from values.json'},
       ],
       place: 'header.json:5:7',
       templatePointer: '/Contents/2',

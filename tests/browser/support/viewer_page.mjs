@@ -6,6 +6,7 @@ import {tmpdir} from 'node:os';
 import {dirname, join, resolve} from 'node:path';
 import {fileURLToPath, pathToFileURL} from 'node:url';
 import {chromium} from 'playwright-core';
+import {shared} from './sample_model.mjs';
 
 export const root = resolve(dirname(fileURLToPath(import.meta.url)), '../../..');
 const ttr = resolve(root, process.env.TTR || 'build/dev/tool/ttr');
@@ -37,7 +38,7 @@ let aroundModel = null;
 /** The viewer around a model, as the tool writes it. */
 export function viewerWith(model) {
   aroundModel ??= readAroundModel();
-  return aroundModel.join(JSON.stringify(model).replace(/</g, '\\u003c'));
+  return aroundModel.join(JSON.stringify(shared(model)).replace(/</g, '\\u003c'));
 }
 
 /** The browser of one test file, with the files that its pages are read from. */
@@ -71,11 +72,11 @@ export class TestBrowser {
   }
 
   /** The page that `ttr preview` writes for a page of its own. */
-  openTemplate(template, values, options) {
+  openTemplate(template, values, options, previewOptions = []) {
     const directory = mkdtempSync(join(this.directory, 'template-'));
     writeFileSync(join(directory, 'page.json'), template);
     writeFileSync(join(directory, 'values.json'), JSON.stringify(values));
-    return this.openPreview(directory, ['page.json', '--values', 'values.json'], options);
+    return this.openPreview(directory, ['page.json', '--values', 'values.json', ...previewOptions], options);
   }
 
   openPreview(directory, previewArguments, options) {

@@ -4,8 +4,10 @@
 
 #include <set>
 #include <string>
+#include <vector>
 
-#include "check/fault_codes.h"
+#include "page/fault_codes.h"
+#include "page/fault_text.h"
 #include "support/json.h"
 
 namespace {
@@ -35,14 +37,13 @@ ttr::CCheckReport Report() {
 }
 
 TEST(CheckReport, OnlyErrorsStay) {
-  const ttr::CCheckReport errors = Report().OnlyErrors();
-  ASSERT_EQ(errors.faults.size(), 1U);
-  EXPECT_EQ(errors.faults[0].code, "json-syntax");
-  EXPECT_EQ(errors.failures, Report().failures);
+  const std::vector<ttr::CFault> errors = onlyErrors(Report().faults);
+  ASSERT_EQ(errors.size(), 1U);
+  EXPECT_EQ(errors[0].code, "json-syntax");
 }
 
 TEST(CheckReport, TextIsOneLineForEachFaultAndInclude) {
-  EXPECT_EQ(ttr::textReport(Report(), false),
+  EXPECT_EQ(ttr::faultLines(Report().faults, false),
             "my parts/h\xC3\xA4.json:2:12: warning: no token handler for: clok. "
             "(did you mean \"clock\"?) (5 times) [unknown-token]\n"
             "page.json:1:30: note: included from here\n"
@@ -50,7 +51,7 @@ TEST(CheckReport, TextIsOneLineForEachFaultAndInclude) {
 }
 
 TEST(CheckReport, ColoursStandAroundPlaceAndLevel) {
-  const std::string text = ttr::textReport(Report(), true);
+  const std::string text = ttr::faultLines(Report().faults, true);
   EXPECT_NE(text.find("\033[1m/srv/page.json:3:1:\033[0m \033[31merror:\033[0m Missing"),
             std::string::npos)
       << text;

@@ -18,6 +18,15 @@ TEST(PageVariables, AreContextMembersAndLoopVariables) {
             (std::set<std::string>{"title", "shade", "i", "k", "flight", "n", "deep"}));
 }
 
+TEST(PageVariables, AreBoundWhereTheyFirstStand) {
+  const Json::Value page = Parse(R"({"Contents": [{"Context": {"a": 1}},
+    {"Loop": {"Value": "a", "Var": "b"}}, {"Include": {"Filename": "/nowhere"}}]})");
+  const ttr::CBoundNames names = ttr::boundNames(page);
+  ASSERT_EQ(names.size(), 2U);
+  EXPECT_EQ(names.at("a").Text(), "/Contents/0/Context/a");
+  EXPECT_EQ(names.at("b").Text(), "/Contents/1/Loop/Var");
+}
+
 TEST(PageVariables, OddShapesBindNothing) {
   const CTokenResolver tokens;
   for (const char* page :

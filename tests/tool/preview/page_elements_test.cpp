@@ -13,10 +13,9 @@ using ttr::CShape;
 /// The elements of the page p.json.
 ttr::CPageElements ElementsOf(const ttr::CPageFolder& folder) {
   ttr::CPageRunner page(folder.Options("p.json"));
-  const ttr::CPageRun run = page.Run({}, 1);
-  const ttr::CElementNode root = elementTree(page, run);
+  ttr::CElementIds ids;
   ttr::CAssets assets("");
-  return pageElements(page, root, probeBounds(page, root, 1), assets);
+  return pageElements(page, page.Record(1), "values.json", ids, assets);
 }
 
 ttr::CPageElements ElementsOf(const std::string& page) {
@@ -29,6 +28,14 @@ const CPreviewElement& At(const ttr::CPageElements& page, const std::string& poi
   }
   ADD_FAILURE() << pointer;
   return page.elements.front();
+}
+
+/// What the explanation says about `label`.
+std::string Line(const CPreviewElement& element, const std::string& label) {
+  for (const ttr::CExplanationLine& line : element.explanation) {
+    if (line.label == label) return line.text;
+  }
+  return "";
 }
 
 /// The lines of the note with this heading.
@@ -52,7 +59,7 @@ TEST(PageElements, DescribesAnElement) {
   EXPECT_EQ(element.templatePointer, "/Contents/0");
 
   EXPECT_EQ(element.bounds[2].asInt(), 640);
-  EXPECT_EQ(element.arithmetic.at(2), "width: 50% of 1280 = 640");
+  EXPECT_EQ(Line(element, "width"), "640 from \"50%\": 50% of 1280 = 640");
   EXPECT_FALSE(element.members.isMember("Contents"));
   EXPECT_EQ(element.members["RenderType"].asInt(), 2);
   const CShape& shape = page.scene.shapes.at(0);
@@ -60,6 +67,22 @@ TEST(PageElements, DescribesAnElement) {
   EXPECT_EQ(shape.colours, std::vector<std::uint32_t>{0xFF112233});
   EXPECT_EQ(shape.texts, std::vector<std::string>{"Welcome"});
   EXPECT_EQ(At(page, "/Contents/0/Contents/0").kind, "text");
+}
+
+TEST(PageElements, ElementsAreExplained) {
+  const ttr::CPageElements page = ElementsOf(R"j({"Contents": [
+      {"If": {"Condition": "$(gate)", "Equals": "B7", "Contents": ["A"]}},
+      {"Loop": {"List": "a,b", "Value": "v", "CellWidth": 9, "CellHeight": 9,
+                "Layout": [[[0, 0], [9, 0]]], "Contents": ["$(v)"]}}]})j");
+  const CPreviewElement& condition = At(page, "/Contents/0");
+  EXPECT_EQ(Line(condition, "If"), "");
+  EXPECT_NE(Line(condition, "verdict").find("does not hold"), std::string::npos);
+  EXPECT_NE(Line(condition, "Equals").find("B7"), std::string::npos);
+  EXPECT_NE(Line(condition, "token").find("$(gate) in If/Condition"), std::string::npos);
+  EXPECT_TRUE(At(page, "/Contents/0/Contents/0").explanation.empty());
+  EXPECT_NE(Line(At(page, "/Contents/1"), "range"), "");
+  EXPECT_NE(Line(At(page, "/Contents/1/Contents/1"), "token").find("Value of the Loop"),
+            std::string::npos);
 }
 
 TEST(PageElements, NullsAreListedOnceAndNotDrawn) {
@@ -132,9 +155,8 @@ TEST(PageElements, ReplacedElementWithBoundsIsAFrame) {
   EXPECT_EQ(page.scene.shapes[0].kind, CShape::kindFrame);
   EXPECT_EQ(page.scene.shapes[0].box, (CBox{5, 6, 7, 8}));
   const CPreviewElement& inner = At(page, "/Contents/0/Contents/0");
-  EXPECT_EQ(inner.arithmetic.at(2), "width: 100% of 7 = 7");
+  EXPECT_EQ(Line(inner, "width"), "7 from \"100%\": 100% of 7 = 7");
   EXPECT_EQ(inner.place.substr(inner.place.rfind("i.json")), "i.json:1:15");
-  EXPECT_FALSE(page.elements.at(1).members.isMember("ttr:file"));
 }
 
 TEST(PageElements, MembersOfWrongKindsDoNoHarm) {

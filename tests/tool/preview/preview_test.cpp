@@ -5,6 +5,7 @@
 #include <algorithm>
 #include <cstdlib>
 #include <filesystem>
+#include <regex>
 
 #include "preview/rsvg.h"
 #include "tool/support/page_folder.h"
@@ -25,6 +26,11 @@ CPreviewOptions OptionsFor(const ttr::CPageFolder& folder, std::vector<std::stri
   options.sizes = {"320x200"};
   options.outputs = std::move(outputs);
   return options;
+}
+
+/// `svg` without the numbers of its elements, which are those of all pictures together.
+std::string WithoutIds(const std::string& svg) {
+  return std::regex_replace(svg, std::regex("data-id=\"[0-9]+\""), "");
 }
 
 std::string Refusal(const CPreviewOptions& options) {
@@ -48,7 +54,51 @@ TEST(Preview, PassesAreThoseThatTheOutputsNeed) {
   const CPreviewModel model = makePreview(options);
   ASSERT_EQ(model.pictures.size(), 2U);
   EXPECT_EQ(model.pictures[0].pass, 2U);
-  EXPECT_NE(model.pictures[0].svg.find(">c</text>"), std::string::npos);
+  EXPECT_NE(model.Svg(model.pictures[0]).find(">c</text>"), std::string::npos);
+}
+
+/// A page of `count` elements and a line that changes with each pass; in every second pass there is
+/// one element more in front of all.
+std::string PageOfManyPasses(unsigned count) {
+  std::string page = R"j({"Contents": [
+    {"Loop": {"List": "1,0", "Value": "v", "Bounds": [], "Contents": [
+      {"If": {"Condition": "$(v)", "Contents": [{"Bounds": [0, 0, 90, 20], "Contents": ["New"]}]}}]}},
+    {"Loop": {"Start": 0, "Size": 40, "Var": "i", "Bounds": [], "Contents": [
+      {"Bounds": [0, 0, 100, 20], "Contents": ["Line $(i)"]}]}})j";
+  for (unsigned i = 0; i < count; ++i) {
+    page += R"(, {"Bounds": [1, 2, 30, 40], "Display": ["#0011223344"], "Contents": ["A text"]})";
+  }
+  return page + "]}";
+}
+
+std::size_t PageSize(const ttr::CPageFolder& folder, unsigned passes) {
+  CPreviewOptions options = OptionsFor(folder, {"a.html"});
+  options.passes = passes;
+  return renderPreview(makePreview(options), options, "", false).at(0).content.size();
+}
+
+TEST(Preview, PassesShareWhatTheyHaveInCommon) {
+  const ttr::CPageFolder folder({{"p.json", PageOfManyPasses(200)}});
+  const std::size_t one = PageSize(folder, 1);
+  const std::size_t forty = PageSize(folder, 40);
+  EXPECT_GT(one, 100000U);
+  EXPECT_LT(forty, one + 39 * 4000);
+}
+
+TEST(Preview, EveryPassIsTheSameAloneAndAmongOthers) {
+  const ttr::CPageFolder folder({{"p.json", PageOfManyPasses(3)}});
+  CPreviewOptions options = OptionsFor(folder, {"a.html"});
+  options.passes = 3;
+  const CPreviewModel all = makePreview(options);
+  options.passes = 1;
+  for (unsigned pass = 3; pass > 0; --pass) {
+    options.page.pass = pass;
+    const CPreviewModel alone = makePreview(options);
+    const std::string svg = alone.Svg(alone.pictures.at(0));
+    EXPECT_NE(svg.find(">Line " + std::to_string(pass) + "</text>"), std::string::npos);
+    EXPECT_EQ(svg.find(">New</text>") != std::string::npos, pass == 2) << pass;
+    EXPECT_EQ(WithoutIds(svg), WithoutIds(all.Svg(all.pictures.at(pass - 1)))) << pass;
+  }
 }
 
 TEST(Preview, FilesAreNamedAfterSizeAndPass) {
@@ -81,12 +131,18 @@ TEST(Preview, PassesWithTheSameMessagesTellTheirOwnPlaces) {
   const CPreviewModel model = makePreview(OptionsFor(folder, {"a.html"}));
   ASSERT_EQ(model.pictures.size(), 4U);
   std::vector<std::size_t> lines;
-  for (const ttr::CPreviewPicture& picture : model.pictures) {
-    ASSERT_EQ(picture.faults.size(), 1U);
-    lines.push_back(picture.faults[0].place.line);
+  for (const ttr::CKeptPicture& picture : model.pictures) {
+    const std::vector<const std::string*> faults = model.diagnostics.TextsIn(picture.diagnostics);
+    ASSERT_EQ(faults.size(), 1U);
+    lines.push_back(faults[0]->find("p.json:3:") == std::string::npos ? 5 : 3);
   }
   std::sort(lines.begin(), lines.end());
   EXPECT_EQ(lines, (std::vector<std::size_t>{3, 5, 5, 5}));
+  const std::vector<ttr::CFault> faults = model.faults.Sorted();
+  ASSERT_EQ(faults.size(), 2U);
+  EXPECT_EQ(faults[0].place.line, 3U);
+  EXPECT_EQ(faults[1].place.line, 5U);
+  EXPECT_EQ(faults[1].count, 3U);
 }
 
 TEST(Preview, OutdatedPicturesBearABanner) {

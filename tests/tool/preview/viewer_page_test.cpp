@@ -46,8 +46,10 @@ ttr::CPreviewModel Preview() {
   fault.place = {"page.json", 2, 9};
   fault.pointer = ttr::CJsonPointer::Parse("/Contents/0/Bounds/1");
   picture.faults = {fault};
-  preview.pictures = {picture, picture};
-  preview.pictures[1].pass = 2;
+  preview.Add(picture);
+  picture.pass = 2;
+  picture.elements[2].label = "changed";
+  preview.Add(picture);
   return preview;
 }
 
@@ -60,9 +62,19 @@ TEST(ViewerPage, HoldsTheModel) {
   EXPECT_EQ(model["outdated"], "");
   ASSERT_EQ(model["pictures"].size(), 2U);
   EXPECT_EQ(model["pictures"][1]["pass"].asUInt(), 2U);
-  EXPECT_EQ(model["pictures"][0]["svg"], "<svg><!-- x --></svg>");
-  EXPECT_TRUE(model["pictures"][0]["elements"][0]["parent"].isNull());
-  EXPECT_EQ(model["pictures"][0]["elements"][1]["parent"].asUInt(), 0U);
+  EXPECT_EQ(model["lines"][0], "<svg><!-- x --></svg>");
+  EXPECT_TRUE(model["elements"][0]["parent"].isNull());
+  EXPECT_EQ(model["elements"][1]["parent"].asUInt(), 0U);
+}
+
+TEST(ViewerPage, PassHasOnlyWhatIsNewInIt) {
+  const Json::Value model = ModelOf(viewerPage(Preview(), "", false));
+  EXPECT_EQ(model["lines"].size(), 1U);
+  EXPECT_EQ(model["diagnostics"].size(), 1U);
+  ASSERT_EQ(model["elements"].size(), 4U);
+  EXPECT_EQ(model["elements"][3]["label"], "changed");
+  EXPECT_EQ(jsoncpp_string::toString(model["pictures"][0]["elements"]), "[0,3]");
+  EXPECT_EQ(jsoncpp_string::toString(model["pictures"][1]["elements"]), "[0,2,3,1]");
 }
 
 TEST(ViewerPage, TellsThatItIsOutdatedOrLive) {
@@ -73,20 +85,21 @@ TEST(ViewerPage, TellsThatItIsOutdatedOrLive) {
 
 TEST(ViewerPage, FaultNamesTheFirstCopyOfTheInnermostElement) {
   const Json::Value model = ModelOf(viewerPage(Preview(), "", false));
-  const Json::Value& fault = model["pictures"][0]["diagnostics"][0];
+  const Json::Value& fault = model["diagnostics"][0];
   EXPECT_EQ(fault["element"].asUInt(), 1U);
   EXPECT_EQ(fault["place"], "page.json:2:9");
   EXPECT_EQ(fault["level"], "warning");
 }
 
 TEST(ViewerPage, EveryTagOfManyPicturesIsEscaped) {
-  ttr::CPreviewModel model = Preview();
-  model.pictures[0].svg = "</a><!b></</<!<!";
-  model.pictures.resize(40, model.pictures[0]);
+  ttr::CPreviewModel model;
+  for (unsigned pass = 1; pass <= 40; ++pass) {
+    model.Add({"9x9", pass, "</a><!b></</<!<!" + std::to_string(pass), {}, {}, {}});
+  }
   const std::string text = ModelText(viewerPage(model, "", false));
   EXPECT_EQ(text.find("</"), std::string::npos);
   EXPECT_EQ(text.find("<!"), std::string::npos);
-  EXPECT_EQ(ModelOf(viewerPage(model, "", false))["pictures"][39]["svg"], model.pictures[0].svg);
+  EXPECT_EQ(ModelOf(viewerPage(model, "", false))["lines"][39], "</a><!b></</<!<!40");
 }
 
 TEST(ViewerPage, NothingInTheModelEndsOrBeginsAScript) {

@@ -36,6 +36,9 @@ function showDetails(node, findings) {
   );
   addPlaces(list, node);
   addBounds(list, node);
+  if (node.explanation.length > 0) {
+    details.append(make('h4', '', 'Explanation'), explanationList(node.explanation));
+  }
   if (node.isNull || node.members === undefined) return;
   const writer = new JsonWriter();
   writer.value(node.members, '', false);
@@ -72,6 +75,19 @@ function addBounds(list, node) {
   };
   if (Array.isArray(node.bounds)) describe(list, 'Bounds', sides(node.bounds));
   if (Array.isArray(node.enclosing)) describe(list, 'Within', sides(node.enclosing));
-  const steps = make('ul', '', ...(node.arithmetic || []).map((step) => make('li', '', step)));
-  if (steps.hasChildNodes()) describe(list, 'Arithmetic', steps);
+}
+
+/** Why the element is what it is; details stand below the line that they belong to. */
+function explanationList(lines) {
+  const list = make('dl', 'explanation');
+  for (const {label, text, isDetail} of lines) {
+    if (!isDetail) {
+      list.append(make('dt', '', label), make('dd', '', text));
+      continue;
+    }
+    const line = list.lastElementChild;
+    if (!line.querySelector('ul')) line.append(make('ul', ''));
+    line.querySelector('ul').append(make('li', '', `${label}: ${text}`));
+  }
+  return list;
 }

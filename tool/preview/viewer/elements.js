@@ -15,7 +15,7 @@
  * @property {boolean} offScreen
  * @property {?Array} bounds
  * @property {?Array} enclosing
- * @property {string[]} arithmetic
+ * @property {{label: string, text: string, isDetail: ?boolean}[]} explanation
  * @property {*} members
  *
  * @typedef {PreviewElement & {children: TreeNode[], up: ?TreeNode, level: number, row: ?HTMLElement}} TreeNode
@@ -38,6 +38,30 @@
  * @property {PreviewElement[]} elements
  * @property {Diagnostic[]} diagnostics
  */
+
+/**
+ * The entries that a picture takes from a list which all pictures share.
+ * @param {Array} list
+ * @param {number[]} runs the index of a first entry and how many, by turns
+ */
+function entriesOf(list, runs) {
+  const entries = [];
+  for (let at = 0; at < runs.length; at += 2) {
+    for (let index = runs[at]; index < runs[at] + runs[at + 1]; ++index) entries.push(list[index]);
+  }
+  return entries;
+}
+
+/** A picture of the model with all that it is made of. @returns {Picture} */
+function wholePicture(model, {size, pass, lines, elements, diagnostics}) {
+  return {
+    size,
+    pass,
+    svg: entriesOf(model.lines, lines).join('\n'),
+    elements: entriesOf(model.elements, elements),
+    diagnostics: entriesOf(model.diagnostics, diagnostics),
+  };
+}
 
 /** What an element is known by in other pictures; a document stands where its Include does. */
 const keyOf = (node) => `${node.kind} ${node.pointer}`;

@@ -77,7 +77,8 @@ class Viewer {
   /** Shows a picture; what was selected stays selected when it is in this one too. */
   show(size, pass) {
     const passes = this.model.pictures.filter((picture) => picture.size === size);
-    const picture = passes.find((entry) => entry.pass === pass) || passes[0];
+    const kept = passes.find((entry) => entry.pass === pass) || passes[0];
+    const picture = wholePicture(this.model, kept);
     const key = this.selected ? keyOf(this.selected) : null;
     this.size = picture.size;
     this.pass = picture.pass;
@@ -99,7 +100,7 @@ class Viewer {
     this.mark(this.withKey(key) || null);
   }
 
-  /** @param {Picture[]} passes of the size that is shown */
+  /** @param {{pass: number}[]} passes of the size that is shown */
   showControls(passes) {
     const [first, last] = [passes[0].pass, passes[passes.length - 1].pass];
     const range = first === 1 ? `of ${last}` : `(${first} to ${last})`;
