@@ -19,13 +19,28 @@ need_packages() {
   DEBIAN_FRONTEND=noninteractive apt-get install -y -qq --no-install-recommends "${missing[@]}" >&2
 }
 
+# need_node: Node.js and npm. Node may have come from elsewhere than Debian, and then brings npm along.
+need_node() {
+  local program missing=()
+  for program in nodejs:node npm:npm; do
+    command -v "${program#*:}" > /dev/null || missing+=("${program%:*}")
+  done
+  need_packages "${missing[@]}"
+}
+
 build_packages=(g++ cmake ninja-build ccache
   libjsoncpp-dev libcli11-dev libvalijson-dev libcivetweb-dev)
-bench_packages=("${build_packages[@]}" libbenchmark-dev valgrind jq time)
+bench_packages=("${build_packages[@]}" libbenchmark-dev valgrind jq python3 time)
+binary_packages=("${build_packages[@]}" abigail-tools binutils)
 browser_packages=(chromium fonts-dejavu-core)
+coverage_packages=(gcovr)
 fuzz_packages=("${build_packages[@]}" clang-14 libclang-rt-14-dev llvm-14)
 test_packages=("${build_packages[@]}" libgtest-dev locales pkg-config
-  librsvg2-bin fonts-dejavu-core python3 curl vim)
+  librsvg2-bin fonts-dejavu-core python3 python3-pil curl vim)
+memory_packages=("${test_packages[@]}" valgrind)
+debian_packages=("${test_packages[@]}" build-essential debhelper
+  lintian blhc binutils git iproute2 util-linux)
+tidy_packages=("${bench_packages[@]}" clang-format clang-tidy)
 
 # need_arm_packages: the cross compiler, QEMU, and JsonCpp for the target.
 need_arm_packages() {
