@@ -195,7 +195,7 @@ test('texts of a template never become markup, scripts or styles', async () => {
     {page: evil, outdated: evil},
   );
   await page.getByRole('treeitem').first().click();
-  assert.equal(await page.locator('.row .label').innerText(), evil);
+  assert.equal(await page.locator('.row .label').textContent(), evil);
   assert.equal(await page.locator('#details h3').innerText(), evil);
   assert.ok((await page.locator('#diagnostics').innerText()).includes(evil));
   assert.ok((await page.locator('#outdated').innerText()).includes(evil));

@@ -234,7 +234,7 @@ test('the screen is chosen among the sizes, each fitted', async () => {
   await choice.selectOption('800x480');
   const box = await pictureBox(page);
   assert.ok(Math.abs(box.width / box.height - 800 / 480) < 0.01, JSON.stringify(box));
-  assert.equal(await page.getByRole('treeitem').locator('.label').innerText(), 'Small 1');
+  assert.equal(await page.getByRole('treeitem').locator('.label').textContent(), 'Small 1');
   assert.ok(await page.locator('#passes').isHidden(), 'this size has one pass');
   await choice.selectOption('1280x720');
   assert.equal(await drawnText(page), 'Notice 1');

@@ -42,7 +42,7 @@ test('pointing at an element shows what it is, and leaving it ends that', async 
   assert.match(shown, /header\.json:5:7/);
   assert.match(shown, /x: 116 from 16: 16 \+ 100 = 116/);
   assert.match(shown, /"RenderType": 2/);
-  assert.equal(await page.locator('.row.hovered .label').innerText(), 'RenderType 2 "Welcome"');
+  assert.equal(await page.locator('.row.hovered .label').textContent(), 'RenderType 2 "Welcome"');
   assert.ok(await page.locator('#hovered-frame').isVisible());
   await page.mouse.move(640, 10);
   assert.doesNotMatch(await details(page), /Welcome/);

@@ -125,7 +125,7 @@ export const details = (page) => page.locator('#details').innerText();
 export async function selectedLabel(page) {
   const row = page.locator('[role=treeitem][aria-selected=true]');
   assert.ok((await row.count()) <= 1, 'one row at most is selected');
-  return (await row.count()) ? row.locator('.label').innerText() : '';
+  return (await row.count()) ? row.locator('.label').textContent() : '';
 }
 
 /** The middle of an element's drawing, in the window. */
