@@ -640,7 +640,8 @@ TEST_F(DocumentedExceptions, CParsedTokenCTemplateStackTimeFunctionsRegexMatchTo
     for (CTemplateStack* each : {&empty, &stack}) {
       Json::Value spare = value;
       EXPECT_EQ(Thrown([&] { each->ContextSet(value); }), nothing);
-      EXPECT_EQ(Thrown([&] { each->ContextSet(Json::Value(value)); }), nothing);
+      EXPECT_EQ(Thrown([&] { each->ContextSwap(spare); }), nothing);
+      spare = value;
       EXPECT_EQ(Thrown([&] { each->BoundsSet(value); }), nothing);
       EXPECT_EQ(Thrown([&] { each->BoundsSwap(spare); }), nothing);
     }
