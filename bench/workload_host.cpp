@@ -59,13 +59,13 @@ CGridSteps::CGridSteps(const CWorkload& grid, const std::string& resolved)
 }
 
 void CGridSteps::Run() {
-  m_stack.Push();
+  m_stack.PushFresh();
   for (int cell = 0; cell < m_cells; ++cell) {
     m_stack.BoundsSet(m_resolved[0]["Bounds"]);
     m_stack.ContextSet(m_context);
     for (Json::ArrayIndex i = 0; i < m_elements.size(); ++i) {
       m_copies.append(m_elements[i]);
-      m_stack.Push();
+      m_stack.PushFresh();
       m_stack.BoundsSet(m_resolved[i]["Bounds"]);
       m_stack.Pop();
     }

@@ -35,7 +35,7 @@ binary_packages=("${build_packages[@]}" abigail-tools binutils)
 browser_packages=(chromium fonts-dejavu-core)
 coverage_packages=(gcovr)
 fuzz_packages=("${build_packages[@]}" clang-14 libclang-rt-14-dev llvm-14)
-test_packages=("${build_packages[@]}" libgtest-dev locales pkg-config
+test_packages=("${build_packages[@]}" libgtest-dev libgmock-dev locales pkg-config
   librsvg2-bin fonts-dejavu-core python3 python3-pil curl vim)
 memory_packages=("${test_packages[@]}" valgrind)
 debian_packages=("${test_packages[@]}" build-essential debhelper

@@ -46,8 +46,19 @@ enum eTokenSection : std::int32_t {
 ///
 /// The fields are what a token handler reads; parsing accepts every text.
 struct TTR_EXPORT CParsedToken {
+  using eTokenSection = ::eTokenSection;
+  // Second names, as the enumerators of a nested enumeration would have.
+  static constexpr ::eTokenSection sectionName = ::sectionName;
+  static constexpr ::eTokenSection sectionIndex = ::sectionIndex;
+  static constexpr ::eTokenSection sectionIndexEnd = ::sectionIndexEnd;
+  static constexpr ::eTokenSection sectionArgument = ::sectionArgument;
+  static constexpr ::eTokenSection sectionOperand = ::sectionOperand;
+  static constexpr ::eTokenSection sectionCount = ::sectionCount;
+
   /// Parses `body`, written without "$(" and ")".
-  explicit CParsedToken(const std::string& body);
+  // Implicit: every text is a body.
+  // NOLINTNEXTLINE(google-explicit-constructor)
+  CParsedToken(const std::string& body);
 
   CTokenParts nameParts;   ///< Registered handler name, then the path that the handler interprets.
   CTokenParts indexParts;  ///< Between "[" and "]": one part is a literal, more are a path.

@@ -176,7 +176,7 @@ class TTR_EXPORT CTemplateResolver {
 
   /// loop_range.cpp: the range that "Start", "Stop", "Offset" and "Size" of the loop description
   /// `element` give for `list`, the evaluated "List".
-  CLoopRange loopElementGetRange(const Json::Value& element, const Json::Value& list);
+  CLoopRange loopElementGetRange(const Json::Value& element, const Json::Value& list) const;
 
   /// loop_grid.cpp: one copy of the contents for each step of `range`, in the cells of the layout
   /// that fits best. The loop's frame is on top of the stack; `container` is the id that the copies
@@ -200,7 +200,7 @@ class TTR_EXPORT CTemplateResolver {
   void processList(Json::Value& list) const;
 
   /// Lowercases a string that names an image or font file.
-  void lowercaseContentsValue(Json::Value& value);
+  void lowercaseContentsValue(Json::Value& value) const;
 
  private:
   void processPlainMembers(Json::Value& element, const ttr::CElementMembers& members,

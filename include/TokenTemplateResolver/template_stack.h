@@ -22,6 +22,16 @@ class TTR_EXPORT CTemplateStack {
  public:
   /// What one element puts in force.
   struct CStackFrame {
+#ifndef __cpp_aggregate_paren_init
+    // From C++20 on the language lets an aggregate be made with parentheses, too; a constructor
+    // would there take its designated initialisers away.
+    CStackFrame() = default;
+    // Implicit, as braces around a context are.
+    // NOLINTNEXTLINE(google-explicit-constructor)
+    CStackFrame(Json::Value frameContext, Json::Value frameBounds = Json::arrayValue)
+        : context(std::move(frameContext)), bounds(std::move(frameBounds)) {}
+#endif
+
     /// Named values: the element's "Context", or the variables of a loop.
     Json::Value context{Json::objectValue};
     /// [x, y, width, height, two further integers] in screen units; empty while there is none.
@@ -29,8 +39,10 @@ class TTR_EXPORT CTemplateStack {
   };
 
   /// Appends a copy of `frame` as the new top; without one a fresh frame, with nothing in force.
-  void Push(const CStackFrame& frame) { m_frames.push_back(frame); }
-  void Push() { m_frames.emplace_back(); }
+  void Push(const CStackFrame& frame = freshFrame()) { m_frames.push_back(frame); }
+
+  /// As Push without a frame, but makes the fresh one in its place instead of copying.
+  void PushFresh() { m_frames.emplace_back(); }
 
   /// Removes the top frame.
   void Pop() {
@@ -45,8 +57,10 @@ class TTR_EXPORT CTemplateStack {
   void ContextSet(const Json::Value& context) {
     if (contextFits(context)) m_frames.back().context = context;
   }
-  void ContextSet(Json::Value&& context) {
-    if (contextFits(context)) m_frames.back().context = std::move(context);
+
+  /// As ContextSet, but hands the old context back in `context` instead of copying.
+  void ContextSwap(Json::Value& context) {
+    if (contextFits(context)) m_frames.back().context.swap(context);
   }
 
   /// Replaces the top frame's bounds by `bounds`, which must be an array.
@@ -76,6 +90,10 @@ class TTR_EXPORT CTemplateStack {
   const std::vector<CStackFrame>& frames() const { return m_frames; }
 
  private:
+  // A function, because compilers do not know the frame's members yet where a default argument
+  // stands.
+  static CStackFrame freshFrame() { return {}; }
+
   bool contextFits(const Json::Value& context) const {
     if (!m_frames.empty() && context.isObject()) return true;
     report("CTemplateStack::ContextSet: preconditions.");

@@ -53,7 +53,7 @@ void CTemplateResolver::processContentsValue(Json::Value& value, int container) 
   if (value.isObject()) {
     // Deliberately no scope guard: an exception leaves the frames for the host to look at, and the
     // next Input clears them.
-    m_stack->Push();
+    m_stack->PushFresh();
     processContentsObject(value, container);
     m_stack->Pop();
   } else if (value.isString()) {

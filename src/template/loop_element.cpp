@@ -58,7 +58,7 @@ int rotatingIndex(const CTemplateResolver::CLoopRange& range, int position) {
 Json::Value CTemplateResolver::processContentsLoopElement(Json::Value& loop, int container) {
   ttr::traceMemberBegin("Loop", loop);
   // As in the walk, deliberately no scope guard around the frame.
-  m_stack->Push();
+  m_stack->PushFresh();
   Json::Value list = getValueProcessed(loop, "List");
   CTokenResolver::ConvertToArray(list);
   const CLoopRange range = loopElementGetRange(loop, list);
@@ -105,7 +105,7 @@ Json::Value CTemplateResolver::expandRotatingLoop(Json::Value& loop, Json::Value
   ttr::traceCopyBegin(index, position, *m_stack);
   Json::Value context(Json::objectValue);
   ttr::bindIndex(context, variables, ttr::CLoopList(&list), index);
-  m_stack->ContextSet(std::move(context));
+  m_stack->ContextSwap(context);
   // Unlike a grid's copies, these are members of the enclosing container.
   appendLoopContents(copies, ttr::loopContents(loop), container);
   ttr::traceCopyEnd();

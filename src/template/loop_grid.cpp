@@ -2,7 +2,6 @@
 // Goes in: the loop description, its list and range; comes out: {"Contents": [...]}, or null when
 // the description does not allow it.
 #include <algorithm>
-#include <utility>
 
 #include "TokenTemplateResolver/template_resolver.h"
 #include "template/array_head.h"
@@ -234,7 +233,7 @@ Json::Value CTemplateResolver::fillGrid(const Json::Value& loop, const ttr::CLoo
     Json::Value context = unbound;
     ttr::bindIndex(context, variables, list, index);
     if (!countName.empty()) ttr::bindVariable(context, "Count", countName, k);
-    m_stack->ContextSet(std::move(context));
+    m_stack->ContextSwap(context);
     appendLoopContents(copies, contents, container);
     ttr::traceCopyEnd();
   }

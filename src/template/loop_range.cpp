@@ -86,8 +86,8 @@ CLoopRange countedRange(const CRangeMembers& members, int start, unsigned length
 
 }  // namespace
 
-CTemplateResolver::CLoopRange CTemplateResolver::loopElementGetRange(const Json::Value& element,
-                                                                     const Json::Value& list) {
+CTemplateResolver::CLoopRange CTemplateResolver::loopElementGetRange(
+    const Json::Value& element, const Json::Value& list) const {
   const auto member = [this, &element](const char* name) -> std::optional<int> {
     Json::Value value = getValueProcessed(element, name);
     ttr::traceMemberBegin(name, value);

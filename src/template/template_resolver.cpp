@@ -40,6 +40,6 @@ void CTemplateResolver::read(Json::Value& out, const std::string& text) {
 
 void CTemplateResolver::pushScreenSize() {
   if (m_screenHeight < 1 || m_screenWidth < 1) return;
-  m_stack->Push();
+  m_stack->PushFresh();
   m_stack->BoundsSet(ttr::makeBoundsArray(0, 0, m_screenWidth, m_screenHeight));
 }

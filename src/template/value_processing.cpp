@@ -79,7 +79,7 @@ void CTemplateResolver::processList(Json::Value& list) const {
   }
 }
 
-void CTemplateResolver::lowercaseContentsValue(Json::Value& value) {
+void CTemplateResolver::lowercaseContentsValue(Json::Value& value) const {
   if (!value.isString() || !namesImageOrFont(ttr::textView(value))) return;
   std::string text = value.asString();
   for (char& character : text) {

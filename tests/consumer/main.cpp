@@ -1,10 +1,7 @@
 #include <TokenTemplateHandlers/clock_handler.h>
 #include <TokenTemplateHandlers/context_handler.h>
 #include <TokenTemplateHandlers/json_handler.h>
-#include <TokenTemplateResolver/json_text.h>
-#include <TokenTemplateResolver/regex_match.h>
-#include <TokenTemplateResolver/template_resolver.h>
-#include <TokenTemplateResolver/time_format.h>
+#include <TokenTemplateResolver/TokenTemplateResolver.h>
 
 #include <iostream>
 

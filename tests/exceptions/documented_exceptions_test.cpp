@@ -606,13 +606,15 @@ TEST_F(DocumentedExceptions, EvaluateExpression) {
 
 // --- The rest ---
 
-TEST_F(DocumentedExceptions, RebuildTokenReserve) {
+TEST_F(DocumentedExceptions, RebuildTokenReserveAt) {
   EXPECT_EQ(Thrown([] { CTokenParts::rebuildToken({"a"}, 2); }), "std::invalid_argument");
   EXPECT_EQ(Thrown([] { CTokenParts::rebuildToken({}, UINT_MAX); }), "std::invalid_argument");
   EXPECT_EQ(Thrown([] { CTokenParts::rebuildToken({"a"}, 1); }), nothing);
   CTokenParts parts = {"a", "b"};
   EXPECT_EQ(Thrown([&] { parts.reserve(std::vector<std::string>().max_size() + 1); }),
             "std::length_error");
+  EXPECT_EQ(Thrown([&] { parts.at(2); }), "std::out_of_range");
+  EXPECT_EQ(Thrown([&] { parts.at(1); }), nothing);
   EXPECT_EQ(CTokenParts::rebuildToken(parts, 2), "a.b");
 }
 
@@ -638,7 +640,8 @@ TEST_F(DocumentedExceptions, CParsedTokenCTemplateStackTimeFunctionsRegexMatchTo
     for (CTemplateStack* each : {&empty, &stack}) {
       Json::Value spare = value;
       EXPECT_EQ(Thrown([&] { each->ContextSet(value); }), nothing);
-      EXPECT_EQ(Thrown([&] { each->ContextSet(Json::Value(value)); }), nothing);
+      EXPECT_EQ(Thrown([&] { each->ContextSwap(spare); }), nothing);
+      spare = value;
       EXPECT_EQ(Thrown([&] { each->BoundsSet(value); }), nothing);
       EXPECT_EQ(Thrown([&] { each->BoundsSwap(spare); }), nothing);
     }

@@ -75,10 +75,10 @@ TEST_F(TemplateStack, PushCopiesTheFrame) {
   EXPECT_EQ(Errors(), "");
 }
 
-TEST_F(TemplateStack, PushWithoutFrameAppendsAFreshOne) {
+TEST_F(TemplateStack, PushFreshAppendsAFreshFrame) {
   CTemplateStack other;
   for (std::size_t depth = 1; depth <= 20; ++depth) {
-    stack.Push();
+    stack.PushFresh();
     other.Push(CTemplateStack::CStackFrame());
     ASSERT_EQ(stack.frames().size(), depth);
     const CTemplateStack::CStackFrame& top = stack.frames().back();
@@ -91,6 +91,16 @@ TEST_F(TemplateStack, PushWithoutFrameAppendsAFreshOne) {
     stack.BoundsSet(Parse("[1, 2, 3]"));
     other.BoundsSet(Parse("[1, 2, 3]"));
   }
+  EXPECT_EQ(Errors(), "");
+}
+
+TEST_F(TemplateStack, PushWithoutFrameAppendsAFreshOne) {
+  stack.Push(Frame(R"({"a": 1})", "[1]"));
+  stack.Push();
+  ASSERT_EQ(stack.frames().size(), 2U);
+  EXPECT_EQ(stack.frames()[1].context, Json::Value(Json::objectValue));
+  EXPECT_EQ(stack.frames()[1].bounds, Json::Value(Json::arrayValue));
+  EXPECT_EQ(stack.frames()[0].context, Parse(R"({"a": 1})"));
   EXPECT_EQ(Errors(), "");
 }
 
@@ -136,10 +146,6 @@ TEST_F(TemplateStack, ContextThatIsNoObjectIsReportedAndDropped) {
   stack.Push(Frame(R"({"a": 1})", "[1]"));
   for (const char* context : {"[]", "[1]", "null", "5", "2.5", "true", R"("text")"}) {
     SCOPED_TRACE(context);
-    const Json::Value value = Parse(context);
-    stack.ContextSet(value);
-    EXPECT_EQ(Errors(), "CTemplateStack::ContextSet: preconditions.\n");
-    EXPECT_EQ(stack.frames()[0].context, Parse(R"({"a": 1})"));
     stack.ContextSet(Parse(context));
     EXPECT_EQ(Errors(), "CTemplateStack::ContextSet: preconditions.\n");
     EXPECT_EQ(stack.frames()[0].context, Parse(R"({"a": 1})"));
@@ -149,6 +155,44 @@ TEST_F(TemplateStack, ContextThatIsNoObjectIsReportedAndDropped) {
 TEST_F(TemplateStack, ContextSetOnEmptyStackIsReported) {
   stack.ContextSet(Parse(R"({"a": 1})"));
   EXPECT_EQ(Errors(), "CTemplateStack::ContextSet: preconditions.\n");
+  EXPECT_TRUE(stack.frames().empty());
+}
+
+TEST_F(TemplateStack, ContextSwapExchangesTheTopContext) {
+  stack.Push(Frame(R"({"a": 1})", "[1]"));
+  stack.Push(Frame(R"({"b": 2})", "[2]"));
+  Json::Value context = Parse(R"({"c": 3, "d": null})");
+  stack.ContextSwap(context);
+  EXPECT_EQ(context, Parse(R"({"b": 2})"));
+  EXPECT_EQ(stack.frames()[1].context, Parse(R"({"c": 3, "d": null})"));
+  EXPECT_EQ(stack.frames()[1].bounds, Parse("[2]"));
+  EXPECT_EQ(stack.frames()[0].context, Parse(R"({"a": 1})"));
+  context = Parse("{}");
+  stack.ContextSwap(context);
+  EXPECT_EQ(context, Parse(R"({"c": 3, "d": null})"));
+  EXPECT_EQ(stack.frames()[1].context, Parse("{}"));
+  EXPECT_EQ(Errors(), "");
+}
+
+TEST_F(TemplateStack, ContextSwapOfWhatIsNoObjectIsReportedAndDropped) {
+  stack.Push(Frame(R"({"a": 1})", "[1, 2]"));
+  for (const char* text : {"[]", "[1]", "null", "5", "2.5", "true", R"("text")"}) {
+    SCOPED_TRACE(text);
+    Json::Value context = Parse(text);
+    stack.ContextSwap(context);
+    EXPECT_EQ(Errors(), "CTemplateStack::ContextSet: preconditions.\n");
+    EXPECT_EQ(context, Parse(text));
+    ASSERT_EQ(stack.frames().size(), 1U);
+    EXPECT_EQ(stack.frames()[0].context, Parse(R"({"a": 1})"));
+    EXPECT_EQ(stack.frames()[0].bounds, Parse("[1, 2]"));
+  }
+}
+
+TEST_F(TemplateStack, ContextSwapOnEmptyStackIsReported) {
+  Json::Value context = Parse(R"({"a": 1})");
+  stack.ContextSwap(context);
+  EXPECT_EQ(Errors(), "CTemplateStack::ContextSet: preconditions.\n");
+  EXPECT_EQ(context, Parse(R"({"a": 1})"));
   EXPECT_TRUE(stack.frames().empty());
 }
 
