@@ -4,7 +4,11 @@
 #include <json/reader.h>
 
 #include <memory>
+#include <optional>
 #include <sstream>
+#include <utility>
+
+#include "template/compact_text.h"
 
 namespace jsoncpp_string {
 
@@ -23,6 +27,7 @@ Json::Value toJsonObject(const std::string& text, std::string* errors) {
 }
 
 std::string toString(const Json::Value& value) {
+  if (std::optional<std::string> text = ttr::compactText(value)) return *std::move(text);
   static const CJsonWriter jsonWriter;
   // As Json::writeString does, but with a stream that passes on what goes wrong: by default it
   // would end early when memory runs out, and say nothing.
