@@ -5,6 +5,7 @@
 
 #include <cstdint>
 #include <string>
+#include <vector>
 
 #include "TokenTemplateResolver/export.h"
 #include "TokenTemplateResolver/template_stack.h"
@@ -203,6 +204,13 @@ class TTR_EXPORT CTemplateResolver {
   void lowercaseContentsValue(Json::Value& value) const;
 
  private:
+  struct CParsedText {
+    std::string text;
+    Json::Value document;
+  };
+
+  const Json::Value* parsedBefore(const std::string& text);
+  void keepParsed(const std::string& text, const Json::Value& document);
   void processPlainMembers(Json::Value& element, const ttr::CElementMembers& members,
                            int container);
   void replaceByIfContents(Json::Value& element, Json::Value& ifValue, int container);
@@ -224,6 +232,7 @@ class TTR_EXPORT CTemplateResolver {
   int m_screenWidth = 0;
   int m_containerId = 0;
   unsigned int m_processCount = 0;
+  std::vector<CParsedText> m_parsedTexts;  // the least recently used first
 };
 
 #endif  // TOKENTEMPLATERESOLVER_TEMPLATE_RESOLVER_H

@@ -1,8 +1,11 @@
 // What the host drives: template text in, resolved text out.
 #include "TokenTemplateResolver/template_resolver.h"
 
+#include <utility>
+
 #include "TokenTemplateResolver/json_text.h"
 #include "template/bounds_array.h"
+#include "template/shared_names.h"
 #include "util/report.h"
 #include "util/trace_point.h"
 
@@ -33,9 +36,19 @@ void CTemplateResolver::Process() {
 std::string CTemplateResolver::Output() const { return jsoncpp_string::toString(m_document); }
 
 void CTemplateResolver::read(Json::Value& out, const std::string& text) {
+  if (const Json::Value* document = parsedBefore(text)) {
+    out = *document;
+    return;
+  }
   std::string errors;
-  out = jsoncpp_string::toJsonObject(text, &errors);
-  if (!out.isObject()) ttr::report("CTemplateResolver::read:", errors, ".");
+  Json::Value document = jsoncpp_string::toJsonObject(text, &errors);
+  if (document.isObject()) {
+    ttr::shareNames(document);
+    keepParsed(text, document);
+  } else {
+    ttr::report("CTemplateResolver::read:", errors, ".");
+  }
+  out = std::move(document);
 }
 
 void CTemplateResolver::pushScreenSize() {

@@ -1,0 +1,36 @@
+// Texts that were parsed before: a device resolves the same pages again and again, and a document
+// is copied in a third of the time that its text takes to be parsed.
+#include <algorithm>
+#include <cstddef>
+
+#include "TokenTemplateResolver/template_resolver.h"
+
+namespace {
+
+// What a host gives up for it: a document takes up to 50 times the memory of its text.
+constexpr std::size_t maxKeptTexts = 32;
+constexpr std::size_t maxKeptBytes = 65536;
+
+}  // namespace
+
+const Json::Value* CTemplateResolver::parsedBefore(const std::string& text) {
+  const auto found = std::find_if(m_parsedTexts.begin(), m_parsedTexts.end(),
+                                  [&text](const CParsedText& kept) { return kept.text == text; });
+  if (found == m_parsedTexts.end()) return nullptr;
+  std::rotate(found, found + 1, m_parsedTexts.end());
+  return &m_parsedTexts.back().document;
+}
+
+void CTemplateResolver::keepParsed(const std::string& text, const Json::Value& document) {
+  if (text.size() > maxKeptBytes) return;
+  m_parsedTexts.push_back({text, document});
+  std::size_t bytes = 0;
+  // The texts used last stay: as many as there is room for.
+  auto oldest = m_parsedTexts.end();
+  for (std::size_t count = 0; oldest != m_parsedTexts.begin() && count < maxKeptTexts; ++count) {
+    bytes += (oldest - 1)->text.size();
+    if (bytes > maxKeptBytes) break;
+    --oldest;
+  }
+  m_parsedTexts.erase(m_parsedTexts.begin(), oldest);
+}
