@@ -211,18 +211,21 @@ class TTR_EXPORT CTemplateResolver {
 
   const Json::Value* parsedBefore(const std::string& text);
   void keepParsed(const std::string& text, const Json::Value& document);
+  void processElement(Json::Value& element, int container);
+  void processMembers(Json::Value& element, const ttr::CElementMembers& members, int container);
   void processPlainMembers(Json::Value& element, const ttr::CElementMembers& members,
                            int container);
   void replaceByIfContents(Json::Value& element, Json::Value& ifValue, int container);
+  void resolveBounds(Json::Value& bounds);
   Json::Value* resolveIfContents(Json::Value& ifValue, int container);
   Json::Value includedDocument(const Json::Value& include);
   Json::Value expandGridLoop(Json::Value& loop, Json::Value& list, const CLoopRange& range,
                              int container);
-  Json::Value fillGrid(const Json::Value& loop, const ttr::CLoopList& list, const CLoopRange& range,
+  Json::Value fillGrid(Json::Value& loop, const ttr::CLoopList& list, const CLoopRange& range,
                        int container, int* right, int* bottom);
   Json::Value expandRotatingLoop(Json::Value& loop, Json::Value& list, const CLoopRange& range,
                                  int container);
-  void appendLoopContents(Json::Value& copies, const Json::Value& contents, int container);
+  void appendLoopContents(Json::Value& copies, Json::Value* contents, int container, bool isLast);
 
   Json::Value m_document;
   const CTokenResolver* m_tokenResolver;
@@ -232,6 +235,7 @@ class TTR_EXPORT CTemplateResolver {
   int m_screenWidth = 0;
   int m_containerId = 0;
   unsigned int m_processCount = 0;
+  bool m_isOwnValue = false;  // what is resolved is not the host's, but a copy or an included file
   std::vector<CParsedText> m_parsedTexts;  // the least recently used first
 };
 

@@ -138,6 +138,12 @@ void processPoint(const CTemplateResolver& resolver, Json::Value& point,
 
 void CTemplateResolver::processContentsBoundsElement(Json::Value& bounds) {
   ttr::traceMemberBegin("Bounds", bounds);
+  resolveBounds(bounds);
+  m_stack->BoundsSet(bounds);
+  ttr::traceMemberEnd(bounds);
+}
+
+void CTemplateResolver::resolveBounds(Json::Value& bounds) {
   const CEnclosingBounds enclosing = enclosingBounds(*m_stack);
   const Json::ArrayIndex size = bounds.size();
   const ttr::CArrayHead<Json::Value, 6> entries(bounds);
@@ -151,8 +157,6 @@ void CTemplateResolver::processContentsBoundsElement(Json::Value& bounds) {
     CTokenResolver::CoerceToInt(entries[index]);
     ttr::traceEntryEnd(entries[index]);
   }
-  m_stack->BoundsSet(bounds);
-  ttr::traceMemberEnd(bounds);
 }
 
 void CTemplateResolver::processLayoutElement(Json::Value& layout) {

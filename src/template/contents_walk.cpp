@@ -1,6 +1,7 @@
 // The walk over a template: document, page, "Contents" arrays, element objects. Goes in: a
 // document; comes out: the same document, every element resolved in place or replaced.
 // Also numbers containers and marks the elements inside them.
+#include <cstddef>
 #include <utility>
 
 #include "TokenTemplateResolver/template_resolver.h"
@@ -54,7 +55,7 @@ void CTemplateResolver::processContentsValue(Json::Value& value, int container) 
     // Deliberately no scope guard: an exception leaves the frames for the host to look at, and the
     // next Input clears them.
     m_stack->PushFresh();
-    processContentsObject(value, container);
+    processElement(value, container);
     m_stack->Pop();
   } else if (value.isString()) {
     processValue(value);
@@ -67,7 +68,32 @@ void CTemplateResolver::processContentsObject(Json::Value& element, int containe
     ttr::report("CTemplateResolver::processContentsObject: JSON value not an object.");
     return;
   }
+  processMembers(element, ttr::CElementMembers(element), container);
+}
+
+void CTemplateResolver::processElement(Json::Value& element, int container) {
   const ttr::CElementMembers members(element);
+  // One that stays lends its bounds to its frame, which costs less than a copy. Who listens is told
+  // of bounds that are in force and in the element.
+  if (members.bounds == nullptr || members.isReplaced() || ttr::isTraced()) {
+    return processMembers(element, members, container);
+  }
+  if (members.context != nullptr) processContentsContextElement(*members.context);
+  resolveBounds(*members.bounds);
+  m_stack->BoundsLend(*members.bounds);
+  const std::size_t frame = m_stack->frames().size() - 1;
+  try {
+    processPlainMembers(element, members, container);
+  } catch (...) {
+    m_stack->BoundsKeep(frame);
+    throw;
+  }
+  // Given back when the frame is popped next, unless a handler has pushed others.
+  if (m_stack->frames().size() - 1 != frame) m_stack->BoundsKeep(frame);
+}
+
+void CTemplateResolver::processMembers(Json::Value& element, const ttr::CElementMembers& members,
+                                       int container) {
   // Context and bounds come first, so that they are in force for what replaces the element.
   if (members.context != nullptr) processContentsContextElement(*members.context);
   if (members.bounds != nullptr) processContentsBoundsElement(*members.bounds);

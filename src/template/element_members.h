@@ -11,6 +11,9 @@ struct CElementMembers {
   /// `element` is an object.
   explicit CElementMembers(Json::Value& element);
 
+  /// True for an element that gives way to an included file, a choice or copies.
+  bool isReplaced() const { return include != nullptr || ifValue != nullptr || loop != nullptr; }
+
   Json::Value* context = nullptr;
   Json::Value* bounds = nullptr;
   Json::Value* include = nullptr;

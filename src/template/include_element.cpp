@@ -2,6 +2,7 @@
 // Goes in: the Include member; comes out: the included document, null when it cannot be included.
 #include "TokenTemplateResolver/included_file.h"
 #include "TokenTemplateResolver/template_resolver.h"
+#include "util/raised_flag.h"
 #include "util/report.h"
 #include "util/trace_point.h"
 
@@ -38,7 +39,10 @@ Json::Value CTemplateResolver::includedDocument(const Json::Value& include) {
   read(result, ttr::readIncludedFile(file));
   // Not undone when an exception passes: the next Process starts from 0.
   m_includeDepth += 1;
-  process(result);
+  {
+    const ttr::CRaisedFlag own(m_isOwnValue);
+    process(result);
+  }
   m_includeDepth -= 1;
   if (ttr::isTraced()) ttr::tellEnd(ttr::tracedDocument, &result, {});
   return result;

@@ -8,6 +8,7 @@
 #include "template/loop_variables.h"
 #include "template/member.h"
 #include "template/render_type.h"
+#include "util/raised_flag.h"
 #include "util/trace_point.h"
 #include "util/wrapping.h"
 
@@ -107,7 +108,7 @@ Json::Value CTemplateResolver::expandRotatingLoop(Json::Value& loop, Json::Value
   ttr::bindIndex(context, variables, ttr::CLoopList(&list), index);
   m_stack->ContextSwap(context);
   // Unlike a grid's copies, these are members of the enclosing container.
-  appendLoopContents(copies, ttr::loopContents(loop), container);
+  appendLoopContents(copies, ttr::loopContents(loop), container, true);
   ttr::traceCopyEnd();
 
   if (container > 0) {
@@ -123,10 +124,17 @@ Json::Value CTemplateResolver::expandRotatingLoop(Json::Value& loop, Json::Value
   return result;
 }
 
-void CTemplateResolver::appendLoopContents(Json::Value& copies, const Json::Value& contents,
-                                           int container) {
-  for (const Json::Value& element : contents) {
+void CTemplateResolver::appendLoopContents(Json::Value& copies, Json::Value* contents,
+                                           int container, bool isLast) {
+  if (contents == nullptr) return;
+  // Loops in each other would cost the square of their number if each copied what is in it. Nobody
+  // sees what the last copy takes from a loop that is a copy itself: it is about to be replaced,
+  // and an exception ends it.
+  const bool isGivenAway = isLast && m_isOwnValue;
+  const ttr::CRaisedFlag own(m_isOwnValue);
+  for (Json::Value& element : *contents) {
     // Not lowercased, as entries of other contents are: deliberate.
-    processContentsValue(copies.append(element), container);
+    processContentsValue(isGivenAway ? copies.append(std::move(element)) : copies.append(element),
+                         container);
   }
 }

@@ -2,6 +2,9 @@
 // Goes in: the loop description, its list and range; comes out: {"Contents": [...]}, or null when
 // the description does not allow it.
 #include <algorithm>
+#include <set>
+#include <string>
+#include <utility>
 
 #include "TokenTemplateResolver/template_resolver.h"
 #include "template/array_head.h"
@@ -153,14 +156,40 @@ void placeCell(CTemplateStack& stack, Json::Value& spare, const CCell& cell, int
   raise(bottom, ttr::wrapAdd(cell.y, cell.height));
 }
 
-/// An object of all variables, null each: copying it costs less than adding them for each cell.
-Json::Value unboundContext(const ttr::CLoopVariables& variables, const std::string& countName) {
-  Json::Value context(Json::objectValue);
-  for (const std::string& name : {variables.var, variables.key, variables.value, countName}) {
-    if (!name.empty()) context[name] = Json::Value();
+/// The context of the copies. It is made once or twice, and changes hands as the bounds of the
+/// cells do: binding the same members again costs less than making a context.
+class CCopyContext {
+ public:
+  CCopyContext(const CTemplateResolver& resolver, const Json::Value& loop)
+      : m_variables(ttr::loopVariables(resolver, loop)),
+        m_count(resolver.getVarNameAsString(loop, "Count")),
+        m_names{m_variables.var, m_variables.key, m_variables.value, m_count} {
+    m_names.erase("");  // binds nothing
   }
-  return context;
-}
+
+  const ttr::CLoopVariables& variables() const { return m_variables; }
+
+  /// Makes the context of the copy for `index`, at `position`, that of the frame on top.
+  void bind(CTemplateStack& stack, const ttr::CLoopList& list, int index, int position) {
+    if (!isOurs()) m_context = Json::Value(Json::objectValue);
+    ttr::bindIndex(m_context, m_variables, list, index);
+    if (!m_count.empty()) ttr::bindVariable(m_context, "Count", m_count, position);
+    stack.ContextSwap(m_context);
+  }
+
+ private:
+  /// False for what the frame had before, and for what a handler may have put there.
+  bool isOurs() const {
+    return m_context.size() == m_names.size() && !ttr::hasComments(m_context) &&
+           std::all_of(m_names.begin(), m_names.end(),
+                       [this](const std::string& name) { return m_context.isMember(name); });
+  }
+
+  ttr::CLoopVariables m_variables;
+  std::string m_count;
+  std::set<std::string> m_names;
+  Json::Value m_context{Json::objectValue};
+};
 
 int cellExtent(const CTemplateResolver& resolver, const Json::Value& loop, const char* member) {
   const Json::Value value = resolver.getValueProcessed(loop, member);
@@ -199,23 +228,21 @@ Json::Value CTemplateResolver::loopElementIterate(Json::Value& loop, const Json:
   return fillGrid(loop, ttr::CLoopList(list), range, container, right, bottom);
 }
 
-Json::Value CTemplateResolver::fillGrid(const Json::Value& loop, const ttr::CLoopList& list,
+Json::Value CTemplateResolver::fillGrid(Json::Value& loop, const ttr::CLoopList& list,
                                         const CLoopRange& range, int container, int* right,
                                         int* bottom) {
   // "RowVar" and "ColVar" are members of the format that deliberately bind nothing.
-  const ttr::CLoopVariables variables = ttr::loopVariables(*this, loop);
-  const std::string countName = getVarNameAsString(loop, "Count");
+  CCopyContext context(*this, loop);
   const int width = cellExtent(*this, loop, "CellWidth");
   const int height = cellExtent(*this, loop, "CellHeight");
-  if (!canExpand(loop, list.list(), variables)) return Json::Value();
+  if (!canExpand(loop, list.list(), context.variables())) return Json::Value();
 
-  CCells cells(*this, *m_stack, loop["Layout"], static_cast<unsigned>(range.count));
+  CCells cells(*this, *m_stack, std::as_const(loop)["Layout"], static_cast<unsigned>(range.count));
   Json::Value result;
   Json::Value& copies = ttr::memberOf(result, "Contents") = Json::Value(Json::arrayValue);
-  const Json::Value& contents = ttr::loopContents(loop);
+  Json::Value* const contents = ttr::loopContents(loop);
   CCell cell{0, 0, width, height};
   Json::Value spareBounds(Json::arrayValue);
-  const Json::Value unbound = unboundContext(variables, countName);
   for (int k = 0; k < range.count; ++k) {
     const auto cellIndex = static_cast<Json::ArrayIndex>(k);
     if (cellIndex >= cells.size()) {
@@ -230,11 +257,8 @@ Json::Value CTemplateResolver::fillGrid(const Json::Value& loop, const ttr::CLoo
     placeCell(*m_stack, spareBounds, cell, right, bottom);
     const int index = ttr::wrapAdd(range.start, ttr::wrapMultiply(k, range.step));
     ttr::traceCopyBegin(index, k, *m_stack);
-    Json::Value context = unbound;
-    ttr::bindIndex(context, variables, list, index);
-    if (!countName.empty()) ttr::bindVariable(context, "Count", countName, k);
-    m_stack->ContextSwap(context);
-    appendLoopContents(copies, contents, container);
+    context.bind(*m_stack, list, index, k);
+    appendLoopContents(copies, contents, container, k + 1 == range.count);
     ttr::traceCopyEnd();
   }
   return result;

@@ -2,6 +2,7 @@
 
 #include <utility>
 
+#include "template/member.h"
 #include "util/trace_point.h"
 
 namespace ttr {
@@ -11,9 +12,9 @@ CLoopVariables loopVariables(const CTemplateResolver& resolver, const Json::Valu
           resolver.getVarNameAsString(loop, "Value")};
 }
 
-const Json::Value& loopContents(const Json::Value& loop) {
-  const Json::Value& contents = loop["Contents"];
-  return contents.isArray() ? contents : Json::Value::nullSingleton();
+Json::Value* loopContents(Json::Value& loop) {
+  Json::Value* contents = findMember(loop, "Contents");
+  return contents != nullptr && contents->isArray() ? contents : nullptr;
 }
 
 Json::Value CLoopList::entry(int index) const {

@@ -19,9 +19,8 @@ struct CLoopVariables {
 /// The names that the loop description `loop` gives; `resolver` reads them.
 CLoopVariables loopVariables(const CTemplateResolver& resolver, const Json::Value& loop);
 
-/// The array of elements that `loop` repeats; a null value, which has no entries, when there is
-/// none.
-const Json::Value& loopContents(const Json::Value& loop);
+/// The array of elements that `loop` repeats; a null pointer when there is none.
+Json::Value* loopContents(Json::Value& loop);
 
 /// The list that a loop runs over.
 class CLoopList {

@@ -3,10 +3,12 @@
 #include <cstddef>
 #include <cstdint>
 #include <exception>
+#include <functional>
 #include <limits>
 #include <random>
 #include <stdexcept>
 #include <string>
+#include <utility>
 #include <vector>
 
 #include "TokenTemplateResolver/template_resolver.h"
@@ -837,6 +839,95 @@ TEST_F(ContentsWalk, WalkStartsInTheGivenContainer) {
   EXPECT_EQ(contents, Parse(R"([{"RenderType": 3, "Container": 7,
                                  "Contents": [{"RenderType": 4, "Container": 7}]}, {}])"));
   EXPECT_TRUE(stack.frames().empty());
+  EXPECT_EQ(Errors(), "");
+}
+
+TEST_F(ContentsWalk, ExceptionLeavesTheBoundsInTheDocumentAndOnTheStack) {
+  CThrowingHandler handler;
+  tokens.Set("fails", &handler);
+  const struct {
+    const char* inner;
+    const char* left;
+    unsigned frames;
+  } cases[] = {
+      {R"j("$(fails)")j", R"j("$(fails)")j", 3},
+      {R"j({"Bounds":["50%",2,3,4],"Contents":["$(fails)"]})j",
+       R"j({"Bounds":[7,8,3,4],"Contents":["$(fails)"]})j", 4},
+      {R"j({"Bounds":["50%",2,3,"$(fails)"]})j", R"j({"Bounds":[7,8,3,"$(fails)"]})j", 4},
+      {R"j({"Bounds":["50%",2],"Loop":{"List":"a","Layout":[[[1,2]]],"Contents":["$(fails)"]}})j",
+       R"j({"Bounds":[7,8],"Loop":{"Contents":["$(fails)"],"Layout":[[[1,2]]],"List":"a"}})j", 5},
+      {R"j({"Bounds":["50%",2],"If":{"Condition":1,"Contents":["a.PNG","$(fails)"]}})j",
+       R"j({"Bounds":[7,8],"If":{"Condition":1,"Contents":["a.png","$(fails)"]}})j", 4},
+      {R"j({"Bounds":["50%",2],"Include":{"Filename":"$(fails)"}})j",
+       R"j({"Bounds":[7,8],"Include":{"Filename":"$(fails)"}})j", 4},
+  };
+  for (const auto& c : cases) {
+    SCOPED_TRACE(c.inner);
+    const std::string page = R"j({"Contents":[{"Bounds":[5,6,5,6],"Contents":[)j";
+    resolver.Input(page + c.inner + "]}]}");
+    EXPECT_ANY_THROW(resolver.Process());
+    EXPECT_EQ(resolver.Output(),
+              R"({"Contents":[{"Bounds":[5,6,5,6],"Contents":[)" + std::string(c.left) + "]}]}");
+    ASSERT_EQ(stack.frames().size(), c.frames - 1);
+    EXPECT_EQ(stack.frames()[1].bounds, Parse("[5, 6, 5, 6]"));
+  }
+  EXPECT_EQ(Errors(), "");
+}
+
+/// Does something to the stack when it is asked, as no handler should, and answers 5.
+class CStackChangingHandler : public ITokenHandler {
+ public:
+  CStackChangingHandler(CTemplateStack* stack, std::function<void(CTemplateStack&)> change)
+      : m_stack(stack), m_change(std::move(change)) {}
+
+  Json::Value GetPartsValue(const CTokenParts& /*parts*/) const override {
+    m_change(*m_stack);
+    return 5;
+  }
+
+ private:
+  CTemplateStack* m_stack;
+  std::function<void(CTemplateStack&)> m_change;
+};
+
+TEST_F(ContentsWalk, ElementKeepsItsBoundsWhateverAHandlerDoesToTheStack) {
+  const struct {
+    const char* name;
+    std::function<void(CTemplateStack&)> change;
+    const char* second;  ///< the edge of the second child
+    const char* errors;
+  } cases[] = {
+      {"set", [](CTemplateStack& s) { s.BoundsSet(Parse("[100, 0, 10, 10]")); }, "101", ""},
+      {"push",
+       [](CTemplateStack& s) {
+         s.Push({Parse("{}"), Parse("[100, 0, 10, 10]")});
+       },
+       "101", ""},
+      {"pop", [](CTemplateStack& s) { s.Pop(); }, "1", ""},
+      {"pop and push",
+       [](CTemplateStack& s) {
+         s.Pop();
+         s.Push();
+       },
+       "1", ""},
+      {"clear", [](CTemplateStack& s) { s.Clear(); }, "1", "CTemplateStack::Pop: preconditions.\n"},
+  };
+  for (const auto& c : cases) {
+    SCOPED_TRACE(c.name);
+    const CStackChangingHandler handler(&stack, c.change);
+    tokens.Set("change", &handler);
+    EXPECT_EQ(ResolveEntry(R"j({"Bounds":[7,8,9,9],"Contents":["$(change)",{"Bounds":[1]}]})j"),
+              R"({"Bounds":[7,8,9,9],"Contents":[5,{"Bounds":[)" + std::string(c.second) + "]}]}");
+    EXPECT_EQ(Errors(), c.errors);
+  }
+}
+
+TEST_F(ContentsWalk, ObjectStepLeavesTheBoundsInTheFrameOfItsCaller) {
+  stack.Push();
+  Json::Value element = Parse(R"({"Bounds": [1, 2, 3, 4], "Contents": []})");
+  resolver.processContentsObject(element, 0);
+  EXPECT_EQ(element["Bounds"], Parse("[1, 2, 3, 4]"));
+  EXPECT_EQ(stack.frames().back().bounds, Parse("[1, 2, 3, 4]"));
   EXPECT_EQ(Errors(), "");
 }
 

@@ -6,6 +6,7 @@
 
 #include "TokenTemplateHandlers/context_handler.h"
 #include "TokenTemplateResolver/json_text.h"
+#include "exceptions/thrown.h"
 #include "support/frame_handler.h"
 #include "support/frames_handler.h"
 #include "support/resolver_fixture.h"
@@ -713,6 +714,31 @@ TEST_F(LoopElement, ConditionSeesTheVariables) {
                      "Contents": [{"If": {"Condition": "$(var.i)", "<": 3,
                                           "Contents": ["B$(var.i).PNG"]}}])j"),
             R"([{"Contents":["b1.png"]},{"Contents":["b2.png"]},null])");
+  EXPECT_EQ(Errors(), "");
+}
+
+TEST_F(LoopElement, LeavesItsDescriptionAsItWasAtAnyDepth) {
+  CThrowingHandler handler;
+  tokens.Set("fails", &handler);
+  Handle("volume", "7");
+  const std::string inner =
+      R"j({"Loop":{"List":"c,d","Layout":[[[1,2],[3,4]]],"Contents":["$(volume)",%]}})j";
+  for (const char* innermost : {R"("x.PNG")", R"j("$(fails)")j"}) {
+    for (const char* outer : {R"({"Start":0,"Size":1,"Layout":[[[5,6]]],"Contents":[%]})",
+                              R"({"Bounds":[0,0,9,9],"List":"a","Contents":[%]})"}) {
+      std::string text = outer;
+      text.replace(text.find('%'), 1, inner);
+      text.replace(text.find('%'), 1, innermost);
+      SCOPED_TRACE(text);
+      const Json::Value before = Parse(text);
+      Json::Value loop = before;
+      // The step after one that an exception ended keeps what it is given, too.
+      for (int round = 0; round < 2; ++round) {
+        Thrown([&] { resolver.processContentsLoopElement(loop, 0); });
+        EXPECT_EQ(loop, before);
+      }
+    }
+  }
   EXPECT_EQ(Errors(), "");
 }
 
