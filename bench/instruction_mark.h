@@ -5,7 +5,7 @@
 
 namespace bench {
 
-// The instructions between the two marks are counted, by callgrind.
+// The instructions between the two marks are counted, by callgrind or, on ARM, by qemu_counter.cpp.
 
 /// Begins a count. `name` tells what is counted.
 void beginCount(const std::string& name);
