@@ -1,35 +1,54 @@
-# The counts of count_instructions beside those of the baseline.
+# The counts of count_instructions beside those of the baseline and beside the targets.
 #
-# In: lines "WORKLOAD PART INSTRUCTIONS", one for each part; $baseline: {WORKLOAD: {PART: ...}}.
-# Out: with $store the new baseline; else a table, and the exit code 1 when the whole road of a
-# workload, or its processing alone, needs over 5 % more than the baseline.
+# In: lines "WORKLOAD PASS STEP INSTRUCTIONS", one for each step of a pass or of the floor; $baseline:
+# {WORKLOAD: {PASS: {STEP: ...}}}.
+# Out: with $store the new baseline; else a table, and the exit code 1 when a pass of a workload misses
+# its target, or needs over 5 % more than the baseline.
+
+# The greatest ratios to the floor that a pass may have.
+def targets:
+  {first: 1.30, steady: 1.00} as $grid |
+  {
+    "grid/100": $grid, "grid/1000": $grid, "grid/10000": $grid,
+    "static/300": {first: 1.00, steady: 0.45},
+    "list/100": {steady: 1.30}, "list/1000": {steady: 1.30},
+    "include/11": {first: 1.05, steady: 0.50},
+    "example/lobby": {first: 1.30, steady: 0.85}
+  };
 
 def counted: reduce inputs as $line ({};
-  ($line | split(" ")) as [$workload, $part, $count] | .[$workload][$part] = ($count | tonumber));
+  ($line | split(" ")) as [$workload, $pass, $step, $count] |
+  .[$workload][$pass][$step] = ($count | tonumber));
 
-# What the resolver needs for a unit, and what its floor needs; tokens have no floor.
-def resolver: if .value then .value else .input + .process + .output end;
-def floor_: if .value then null else .parse + .copy + .write end;
+# What each pass needs for a unit, and the floor: {PASS: ...}.
+def sums: map_values(add);
 
-# The greatest change of what is judged, in percent; null without an old figure.
-def change($old): . as $now |
-  [{now: ($now | resolver), old: ($old | resolver)}, {now: $now.process, old: $old.process}] |
-  map(select(.now and .old) | (.now / .old - 1) * 100) | max;
+# The greatest change of a pass, in percent; null without an old figure.
+def change($old): to_entries | map(select(.key != "floor" and $old[.key]) |
+  (.value / $old[.key] - 1) * 100) | max;
 
 def left(width): . + " " * (width - length);
 def right(width): tostring | " " * (width - length) + .;
 def fixed: . * 100 | round | "\(. / 100 | trunc).\(. % 100 | tostring | if length < 2 then "0" + . else . end)";
 
-def row($before): .key as $name | .value as $now |
-  ($now | resolver) as $cost | ($now | floor_) as $least |
-  $before[$name] as $old |
-  { change: (if $old then $now | change($old) else null end),
-    name: $name,
-    line: (($name | left(24)) + ($cost | right(10)) +
-      ($least // "" | right(10)) +
-      (if $least then $cost / $least | fixed else "" end | right(8)) +
-      (if $least then $now.process / $now.copy | fixed else "" end | right(8)) +
-      (if $old then $old | resolver else "" end | right(10))) };
+# Columns for a pass: its cost, the ratio to the floor, and the target with the verdict.
+def judged($least; $target): . as $cost | ($cost / $least) as $ratio |
+  { missed: ($target != null and $ratio > $target),
+    line: (($cost | right(12)) + ($ratio | fixed | right(7)) +
+      (if $target then "  \($target | fixed) " + (if $ratio > $target then "MISSED" else "met" end)
+       else "" end | left(13))) };
+
+def row($baseline): .key as $name | (.value | sums) as $now | $baseline[$name] as $old |
+  {name: $name, change: (if $old then $now | change($old | sums) else null end)} +
+  if $now.token then {missed: [], line: (($name | left(24)) + ($now.token | right(10)))}
+  else
+    (targets[$name] // {}) as $target |
+    ($now.first | judged($now.floor; $target.first)) as $first |
+    ($now.steady | judged($now.floor; $target.steady)) as $steady |
+    { missed: [$first, $steady | select(.missed)],
+      line: (($name | left(24)) + ($now.floor | right(10)) + $first.line + $steady.line |
+        sub(" +$"; "")) }
+  end;
 
 counted as $counts |
 if $store then $counts else
@@ -37,11 +56,14 @@ if $store then $counts else
   ([$rows[] | select(.change == null or .change > 5)]) as $worse |
   (($baseline | keys) - ($counts | keys)) as $gone |
   ([$rows[] | select(.change != null and .change < -5)]) as $better |
-  ("instructions for a unit" | left(24)) + ("resolver" | right(10)) + ("floor" | right(10)) +
-    ("ratio" | right(8)) + ("p/copy" | right(8)) + ("baseline" | right(10)),
+  ([$rows[].missed[]] | length) as $missed |
+  ("instructions for a unit" | left(24)) + ("floor" | right(10)) +
+    ("first pass" | right(12)) + ("ratio" | right(7)) + ("  target" | left(13)) +
+    ("steady pass" | right(12)) + ("ratio" | right(7)) + "  target",
   $rows[].line,
   ($better[] | "\(.name): \(-.change | fixed) % less than the baseline; renew it with scripts/bench --renew"),
   ($worse[] | "\(.name): " + (if .change then "\(.change | fixed) % more than the baseline" else "not in the baseline" end)),
   ($gone[] | "\(.): in the baseline, but not counted"),
-  (if $worse + $gone == [] then empty else halt_error(1) end)
+  (if $missed > 0 then "\($missed) targets are missed" else empty end),
+  (if $worse + $gone == [] and $missed == 0 then empty else halt_error(1) end)
 end

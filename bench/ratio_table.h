@@ -16,8 +16,8 @@ inline constexpr char timeRatio[] = "ratio";
 inline constexpr char resolverAllocations[] = "resolver_allocations";
 inline constexpr char floorAllocations[] = "floor_allocations";
 
-/// Prints one line for each benchmark: the resolver, its floor, the ratio and the target. With
-/// repetitions it shows their medians.
+/// Prints one line for each benchmark: the resolver, its floor and the ratio. With repetitions it
+/// shows their medians.
 class CRatioTable : public benchmark::BenchmarkReporter {
  public:
   bool ReportContext(const Context& context) override;

@@ -1,5 +1,5 @@
-// The benchmarks: each part of a workload runs by turns with its floor, in the same process, so
-// that what disturbs one disturbs the other; the ratio is the figure. Prints one table.
+// The benchmarks: passes of each workload run by turns with the floor, in the same process, so that
+// what disturbs one disturbs the other; the ratio is the figure. Prints one table.
 //
 //     time_workloads SCRATCH EXAMPLES [--benchmark_filter=... and Google Benchmark's other flags]
 #include <benchmark/benchmark.h>
@@ -44,46 +44,36 @@ void report(benchmark::State& state, int units, const CCost& resolver, const CCo
   state.counters[bench::floorAllocations] = floor.allocations * perUnit;
 }
 
-/// Process beside a copy-and-free of the resolved document.
-void timeProcess(benchmark::State& state, const bench::CWorkload& workload) {
-  bench::CWorkloadHost host(workload);
-  const bench::CFloor floor(workload, host.Road());
-  CCost process;
-  CCost copy;
-  while (state.KeepRunning()) {
-    host.Input();
-    process.add([&] { host.Process(); });
-    copy.add([&] { floor.Copy(); });
-  }
-  report(state, workload.units, process, copy);
-}
-
-/// What the design of a grid fixes, beside the same copy-and-free.
-void timeGridSteps(benchmark::State& state, const bench::CWorkload& workload) {
-  const std::string resolved = bench::CWorkloadHost(workload).Road();
-  const bench::CFloor floor(workload, resolved);
-  bench::CGridSteps grid(workload, resolved);
-  CCost steps;
-  CCost copy;
-  while (state.KeepRunning()) {
-    grid.Clear();
-    steps.add([&] { grid.Run(); });
-    copy.add([&] { floor.Copy(); });
-  }
-  report(state, workload.units, steps, copy);
-}
-
-/// The whole road beside its floor.
-void timeRoad(benchmark::State& state, const bench::CWorkload& workload) {
-  bench::CWorkloadHost host(workload);
-  const bench::CFloor floor(workload, host.Road());
-  CCost road;
+/// The pass of a resolver that has seen nothing yet. What the pass leaves behind is freed with the
+/// host, which is not measured.
+void timeFirstPass(benchmark::State& state, const bench::CWorkload& workload) {
+  const bench::CFloor floor(workload, bench::firstResult(workload));
+  CCost pass;
   CCost least;
   while (state.KeepRunning()) {
-    road.add([&] { bench::keep(host.Road()); });
+    bench::CWorkloadHost host(workload);
+    pass.add([&] {
+      host.Start();
+      bench::keep(host.Pass(workload.page));
+    });
     least.add([&] { floor.Run(); });
   }
-  report(state, workload.units, road, least);
+  report(state, workload.units, pass, least);
+}
+
+/// The third pass of the same text and those after it. Each frees what the one before left behind.
+void timeSteadyPass(benchmark::State& state, const bench::CWorkload& workload) {
+  bench::CWorkloadHost host(workload);
+  host.Start();
+  const bench::CFloor floor(workload, host.Pass(workload.page));
+  bench::keep(host.Pass(workload.page));
+  CCost pass;
+  CCost least;
+  while (state.KeepRunning()) {
+    pass.add([&] { bench::keep(host.Pass(workload.page)); });
+    least.add([&] { floor.Run(); });
+  }
+  report(state, workload.units, pass, least);
 }
 
 /// One token, asked of a registry alone. It has no floor.
@@ -92,18 +82,17 @@ void timeToken(benchmark::State& state, const bench::CTokenBody& body, int handl
   while (state.KeepRunning()) bench::keep(host.Resolve(body));
 }
 
-void registerWorkload(const bench::CWorkload& workload, const char* part,
+void registerWorkload(const bench::CWorkload& workload, const char* pass,
                       void (*measure)(benchmark::State&, const bench::CWorkload&)) {
   benchmark::RegisterBenchmark(
-      (workload.name + part).c_str(),
+      (workload.name + pass).c_str(),
       [&workload, measure](benchmark::State& state) { measure(state, workload); });
 }
 
 void registerWorkloads(const std::vector<bench::CWorkload>& workloads) {
   for (const bench::CWorkload& workload : workloads) {
-    if (workload.unit == "cell") registerWorkload(workload, "/steps", timeGridSteps);
-    registerWorkload(workload, "/process", timeProcess);
-    registerWorkload(workload, "/road", timeRoad);
+    registerWorkload(workload, "/first", timeFirstPass);
+    registerWorkload(workload, "/steady", timeSteadyPass);
   }
 }
 

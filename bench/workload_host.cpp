@@ -16,9 +16,12 @@ Json::Value parsed(const std::string& text) {
 
 }  // namespace
 
-CWorkloadHost::CWorkloadHost(const CWorkload& workload) : m_page(workload.page) {
-  m_resolver.SetScreenSize(720, 1280);
+CWorkloadHost::CWorkloadHost(const CWorkload& workload) {
   m_tokens.Set("context", &m_context);
+  Serve(workload);
+}
+
+void CWorkloadHost::Serve(const CWorkload& workload) {
   for (const std::string& name : workload.variables) m_tokens.Set(name, &m_variables);
   for (const std::string& name : workload.values.getMemberNames()) {
     m_values.push_back(std::make_unique<CJsonHandler>(workload.values[name]));
@@ -26,10 +29,21 @@ CWorkloadHost::CWorkloadHost(const CWorkload& workload) : m_page(workload.page) 
   }
 }
 
-std::string CWorkloadHost::Road() {
-  Input();
+void CWorkloadHost::Start() {
+  m_resolver.emplace(&m_tokens, &m_stack);
+  m_resolver->SetScreenSize(720, 1280);
+}
+
+std::string CWorkloadHost::Pass(const std::string& page) {
+  Input(page);
   Process();
   return Output();
+}
+
+std::string firstResult(const CWorkload& workload) {
+  CWorkloadHost host(workload);
+  host.Start();
+  return host.Pass(workload.page);
 }
 
 CFloor::CFloor(const CWorkload& workload, const std::string& resolved)
@@ -43,34 +57,15 @@ void CFloor::Parse() const {
 
 void CFloor::Copy() const { keep(Json::Value(m_resolved)); }
 
-void CFloor::Write() const { keep(jsoncpp_string::toString(m_resolved)); }
+void CFloor::Write() const {
+  static const jsoncpp_string::CJsonWriter jsonWriter;
+  keep(Json::writeString(jsonWriter, m_resolved));
+}
 
 void CFloor::Run() const {
   Parse();
   Copy();
   Write();
-}
-
-CGridSteps::CGridSteps(const CWorkload& grid, const std::string& resolved)
-    : m_cells(grid.units),
-      m_elements(parsed(grid.page)["Contents"][0]["Loop"]["Contents"]),
-      m_resolved(parsed(resolved)["Contents"][0]["Contents"]) {
-  m_context["i"] = 0;
-}
-
-void CGridSteps::Run() {
-  m_stack.PushFresh();
-  for (int cell = 0; cell < m_cells; ++cell) {
-    m_stack.BoundsSet(m_resolved[0]["Bounds"]);
-    m_stack.ContextSet(m_context);
-    for (Json::ArrayIndex i = 0; i < m_elements.size(); ++i) {
-      m_copies.append(m_elements[i]);
-      m_stack.PushFresh();
-      m_stack.BoundsSet(m_resolved[i]["Bounds"]);
-      m_stack.Pop();
-    }
-  }
-  m_stack.Pop();
 }
 
 }  // namespace bench

@@ -35,11 +35,10 @@ CWorkload list(int rows);
 /// A chain of 11 files of 50 elements each, written below `directory`.
 CWorkload includeChain(const std::string& directory);
 
-/// The lobby page of the examples, which stands in `directory`.
-CWorkload lobby(const std::string& directory);
+/// The three pages of the folder `examples`, what a device shows all day.
+std::vector<CWorkload> examplePages(const std::string& examples);
 
-/// All of them, in the sizes that are measured. `directory` takes the files of includeChain,
-/// `examples` is the folder of the example pages.
+/// All of them, in the sizes that are measured. `directory` takes the files of includeChain.
 std::vector<CWorkload> allWorkloads(const std::string& directory, const std::string& examples);
 
 }  // namespace bench

@@ -2,7 +2,7 @@
 //
 //     node peers.mjs FOLDER
 //
-// FOLDER holds what time_workloads printed, resolver.txt, and what the resolver made of the page,
+// FOLDER holds what time_cells printed, cells.txt, and what the resolver made of the page,
 // grid/100/resolved.json and grid/1000/resolved.json. An engine that makes another document is an
 // error.
 import assert from 'node:assert/strict';
@@ -98,17 +98,21 @@ function timesPerCell({ name, startUp, page }) {
   });
 }
 
-// A column of nanoseconds that time_workloads printed, as microseconds.
-function printedTimes(column) {
-  const lines = readFileSync(`${folder}/resolver.txt`, 'utf8').split('\n');
-  return sizes.map((count) => {
-    const line = lines.find((text) => text.startsWith(`grid/${count}/road `));
-    return line.split(/ +/)[column] / 1000;
-  });
+// The lines "ENGINE|MEASURED|CELLS|MICROSECONDS" of time_cells, as [[engine, measured], times].
+function nativeTimes() {
+  const lines = readFileSync(`${folder}/cells.txt`, 'utf8').trim().split('\n');
+  const times = new Map();
+  for (const line of lines) {
+    const [name, measured, cells, time] = line.split('|');
+    const key = JSON.stringify([name, measured]);
+    times.set(key, [...times.get(key) ?? [], { cells: Number(cells), time: Number(time) }]);
+  }
+  return [...times].map(([key, found]) =>
+    [JSON.parse(key), sizes.map((size) => found.find(({ cells }) => cells === size).time)]);
 }
 
-const resolverTimes = printedTimes(1);
-const floorTimes = printedTimes(2);
+const native = nativeTimes();
+const resolverTimes = native[0][1];
 
 function printLine(name, measured, figures) {
   const columns = figures.map((figure) => figure.padStart(11)).join('');
@@ -122,6 +126,5 @@ function printTimes(name, measured, times) {
 
 printLine('engine', 'measured, µs per cell',
   [...sizes.map((count) => `${count} cells`), ...sizes.map((count) => `ratio ${count}`)]);
-printTimes('this resolver', 'parse + resolve + write', resolverTimes);
-printTimes('JsonCpp alone', 'parse + copy + write', floorTimes);
+for (const [[name, measured], times] of native) printTimes(name, measured, times);
 for (const engine of engines) printTimes(engine.name, engine.measured, timesPerCell(engine));
