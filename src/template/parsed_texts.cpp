@@ -4,10 +4,11 @@
 #include <cstddef>
 
 #include "TokenTemplateResolver/template_resolver.h"
+#include "template/shared_names.h"
 
 namespace {
 
-// What a host gives up for it: a document takes up to 50 times the memory of its text.
+// What a host gives up for it: a document takes up to 55 times the memory of its text.
 constexpr std::size_t maxKeptTexts = 32;
 constexpr std::size_t maxKeptBytes = 65536;
 
@@ -23,7 +24,7 @@ const Json::Value* CTemplateResolver::parsedBefore(const std::string& text) {
 
 void CTemplateResolver::keepParsed(const std::string& text, const Json::Value& document) {
   if (text.size() > maxKeptBytes) return;
-  m_parsedTexts.push_back({text, document});
+  m_parsedTexts.push_back({text, ttr::copyWithSharedNames(document)});
   std::size_t bytes = 0;
   // The texts used last stay: as many as there is room for.
   auto oldest = m_parsedTexts.end();

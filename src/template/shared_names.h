@@ -5,10 +5,10 @@
 
 namespace ttr {
 
-/// Lets all members of `document` that have a name of the format, at any depth, share that name's
-/// text with the library: a copy of such a member, the most frequent there are, then makes no copy
-/// of its name. Nothing else tells such a document from others.
-void shareNames(Json::Value& document);
+/// A copy of `document`, which was parsed from a text, whose members share the text of their name
+/// with the library where the format has that name. A copy of the copy then makes none of these
+/// names, which is a fifth of its cost. Nothing else tells the two from each other.
+Json::Value copyWithSharedNames(const Json::Value& document);
 
 }  // namespace ttr
 

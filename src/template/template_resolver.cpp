@@ -1,11 +1,8 @@
 // What the host drives: template text in, resolved text out.
 #include "TokenTemplateResolver/template_resolver.h"
 
-#include <utility>
-
 #include "TokenTemplateResolver/json_text.h"
 #include "template/bounds_array.h"
-#include "template/shared_names.h"
 #include "util/report.h"
 #include "util/trace_point.h"
 
@@ -41,14 +38,12 @@ void CTemplateResolver::read(Json::Value& out, const std::string& text) {
     return;
   }
   std::string errors;
-  Json::Value document = jsoncpp_string::toJsonObject(text, &errors);
-  if (document.isObject()) {
-    ttr::shareNames(document);
-    keepParsed(text, document);
+  out = jsoncpp_string::toJsonObject(text, &errors);
+  if (out.isObject()) {
+    keepParsed(text, out);
   } else {
     ttr::report("CTemplateResolver::read:", errors, ".");
   }
-  out = std::move(document);
 }
 
 void CTemplateResolver::pushScreenSize() {
