@@ -2,6 +2,7 @@
 // Goes in: the loop description, its list and range; comes out: {"Contents": [...]}, or null when
 // the description does not allow it.
 #include <algorithm>
+#include <memory>
 #include <set>
 #include <string>
 #include <utility>
@@ -232,10 +233,11 @@ Json::Value CTemplateResolver::fillGrid(Json::Value& loop, const ttr::CLoopList&
                                         const CLoopRange& range, int container, int* right,
                                         int* bottom) {
   // "RowVar" and "ColVar" are members of the format that deliberately bind nothing.
-  CCopyContext context(*this, loop);
+  // Not on the stack, of which loops in each other take the most.
+  const auto context = std::make_unique<CCopyContext>(*this, loop);
   const int width = cellExtent(*this, loop, "CellWidth");
   const int height = cellExtent(*this, loop, "CellHeight");
-  if (!canExpand(loop, list.list(), context.variables())) return Json::Value();
+  if (!canExpand(loop, list.list(), context->variables())) return Json::Value();
 
   CCells cells(*this, *m_stack, std::as_const(loop)["Layout"], static_cast<unsigned>(range.count));
   Json::Value result;
@@ -257,7 +259,7 @@ Json::Value CTemplateResolver::fillGrid(Json::Value& loop, const ttr::CLoopList&
     placeCell(*m_stack, spareBounds, cell, right, bottom);
     const int index = ttr::wrapAdd(range.start, ttr::wrapMultiply(k, range.step));
     ttr::traceCopyBegin(index, k, *m_stack);
-    context.bind(*m_stack, list, index, k);
+    context->bind(*m_stack, list, index, k);
     appendLoopContents(copies, contents, container, k + 1 == range.count);
     ttr::traceCopyEnd();
   }
