@@ -1,35 +1,46 @@
 #include "template/shared_names.h"
 
 #include <algorithm>
+#include <array>
 #include <cstddef>
-#include <iterator>
+#include <string>
 #include <string_view>
 
 namespace ttr {
 namespace {
 
-/// The shorter ones first, those of a length in the order of their bytes.
 constexpr std::string_view formatNames[] = {
-    "<",         ">",         "!=",        "==",         "If",        "Key",      "Var",
-    "List",      "Loop",      "Page",      "Play",       "Prec",      "Size",     "Stop",
-    "Count",     "Start",     "Value",     "Bounds",     "ColVar",    "Equals",   "Layout",
-    "Offset",    "RowVar",    "Context",   "Display",    "Include",   "Contents", "Filename",
-    "CellWidth", "Condition", "NotEquals", "CellHeight", "RenderType"};
+    "!=",        "<",         "==",       ">",       "Bounds", "CellHeight", "CellWidth",
+    "ColVar",    "Condition", "Contents", "Context", "Count",  "Display",    "Equals",
+    "Filename",  "If",        "Include",  "Key",     "Layout", "List",       "Loop",
+    "NotEquals", "Offset",    "Page",     "Play",    "Prec",   "RenderType", "RowVar",
+    "Size",      "Start",     "Stop",     "Value",   "Var"};
 
-bool standsBefore(std::string_view left, std::string_view right) {
-  return left.size() != right.size() ? left.size() < right.size() : left < right;
+constexpr std::size_t slotCount = 128;
+
+/// A slot for each of them; no two have the same.
+constexpr std::size_t slotOf(std::string_view name) {
+  const auto first = static_cast<unsigned char>(name.front());
+  const auto last = static_cast<unsigned char>(name.back());
+  return (name.size() + 3U * first + 4U * last) % slotCount;
+}
+
+constexpr std::array<std::string_view, slotCount> slots() {
+  std::array<std::string_view, slotCount> slots{};
+  for (const std::string_view name : formatNames) slots[slotOf(name)] = name;
+  return slots;
 }
 
 /// The member `name` of `object`, which has none so far, with the library's own text as its name if
 /// the format has it.
 Json::Value& addMember(Json::Value& object, std::string_view name) {
-  const auto known =
-      std::lower_bound(std::begin(formatNames), std::end(formatNames), name, standsBefore);
-  if (known == std::end(formatNames) || *known != name) return object[std::string(name)];
-  return object[Json::StaticString(known->data())];
+  static constexpr std::array<std::string_view, slotCount> known = slots();
+  if (name.empty() || known[slotOf(name)] != name) return object[std::string(name)];
+  return object[Json::StaticString(known[slotOf(name)].data())];
 }
 
-bool isContainer(const Json::Value& value) { return value.isArray() || value.isObject(); }
+/// An array or an object, which are the last of JsonCpp's types.
+bool isContainer(const Json::Value& value) { return value.type() >= Json::arrayValue; }
 
 /// Gives `copy` what `value` has beside its content: place and comments.
 void copySurroundings(Json::Value& copy, const Json::Value& value) {
@@ -67,7 +78,7 @@ void copyInto(Json::Value& copy, const Json::Value& value) {
   } else if (value.isArray() && std::any_of(value.begin(), value.end(), isContainer)) {
     copyArray(copy, value);
   } else {
-    copy.copy(value);
+    copy = value;
   }
 }
 
