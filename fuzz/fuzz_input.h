@@ -45,10 +45,12 @@ class CFuzzInput {
   /// A line as a decimal number; saturates.
   std::int64_t number() { return std::strtoll(line().c_str(), nullptr, 10); }
 
-  /// A line as a value: 'text, u1 (unsigned), r1e400 (real, "rnan" and "rinf" too), or JSON,
-  /// comments included. An empty line, and JSON that is none or nests too deep, is null.
-  Json::Value value() {
-    const std::string text = line();
+  /// A line as a value, as valueOf reads it.
+  Json::Value value() { return valueOf(line()); }
+
+  /// 'text, u1 (unsigned), r1e400 (real, "rnan" and "rinf" too), or JSON, comments included. Empty
+  /// text, and JSON that is none or nests too deep, is null.
+  static Json::Value valueOf(const std::string& text) {
     if (text.empty()) return Json::Value();
     if (text[0] == '\'') return text.substr(1);
     if (text[0] == 'u') return Json::Value::UInt64{std::strtoull(&text[1], nullptr, 10)};
