@@ -4,6 +4,7 @@
 #include <json/value.h>
 
 #include <cstdint>
+#include <locale>
 #include <string>
 #include <vector>
 
@@ -208,6 +209,7 @@ class TTR_EXPORT CTemplateResolver {
  private:
   struct CParsedText {
     std::string text;
+    std::locale locale;  // which decides what is a number
     Json::Value document;
   };
 

@@ -15,8 +15,11 @@ constexpr std::size_t maxKeptBytes = 65536;
 }  // namespace
 
 const Json::Value* CTemplateResolver::parsedBefore(const std::string& text) {
+  const std::locale locale;
   const auto found = std::find_if(m_parsedTexts.begin(), m_parsedTexts.end(),
-                                  [&text](const CParsedText& kept) { return kept.text == text; });
+                                  [&text, &locale](const CParsedText& kept) {
+                                    return kept.text == text && kept.locale == locale;
+                                  });
   if (found == m_parsedTexts.end()) return nullptr;
   std::rotate(found, found + 1, m_parsedTexts.end());
   return &m_parsedTexts.back().document;
@@ -24,7 +27,7 @@ const Json::Value* CTemplateResolver::parsedBefore(const std::string& text) {
 
 void CTemplateResolver::keepParsed(const std::string& text, const Json::Value& document) {
   if (text.size() > maxKeptBytes) return;
-  m_parsedTexts.push_back({text, ttr::copyWithSharedNames(document)});
+  m_parsedTexts.push_back({text, std::locale(), ttr::copyWithSharedNames(document)});
   std::size_t bytes = 0;
   // The texts used last stay: as many as there is room for.
   auto oldest = m_parsedTexts.end();

@@ -1,6 +1,7 @@
 // Texts seen before: whoever looks at results, messages or the stack sees no difference.
 #include <gtest/gtest.h>
 
+#include <locale>
 #include <string>
 
 #include "TokenTemplateResolver/included_file.h"
@@ -77,6 +78,23 @@ TEST_F(ParsedTexts, BelongToTheResolverAndItsCopiesEach) {
   EXPECT_EQ(copy.Output(), resolved);
   resolver = copy;
   EXPECT_EQ(Resolve(page), resolved);
+  EXPECT_EQ(Errors(), "");
+}
+
+/// Numbers with a decimal comma, as in most of Europe.
+class CDecimalComma : public std::numpunct<char> {
+  char do_decimal_point() const override { return ','; }
+};
+
+TEST_F(ParsedTexts, AreThoseOfTheLocaleInForce) {
+  const std::string page = R"({"Contents": [1.5]})";
+  EXPECT_EQ(Resolve(page), R"({"Contents":[1.5]})");
+  EXPECT_EQ(Errors(), "");
+  const std::locale before = std::locale::global(std::locale(std::locale(), new CDecimalComma));
+  resolver.Input(page);
+  EXPECT_EQ(Errors(), "CTemplateResolver::read:* Line 1, Column 15\n  '1.5' is not a number.\n.\n");
+  std::locale::global(before);
+  EXPECT_EQ(Resolve(page), R"({"Contents":[1.5]})");
   EXPECT_EQ(Errors(), "");
 }
 
