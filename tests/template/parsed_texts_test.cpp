@@ -91,8 +91,7 @@ TEST_F(ParsedTexts, AreThoseOfTheLocaleInForce) {
   EXPECT_EQ(Resolve(page), R"({"Contents":[1.5]})");
   EXPECT_EQ(Errors(), "");
   const std::locale before = std::locale::global(std::locale(std::locale(), new CDecimalComma));
-  resolver.Input(page);
-  EXPECT_EQ(Errors(), "CTemplateResolver::read:* Line 1, Column 15\n  '1.5' is not a number.\n.\n");
+  EXPECT_EQ(Resolve(page), R"({"Contents":[1.0]})");  // JsonCpp reads up to the point
   std::locale::global(before);
   EXPECT_EQ(Resolve(page), R"({"Contents":[1.5]})");
   EXPECT_EQ(Errors(), "");
