@@ -213,9 +213,18 @@ class TTR_EXPORT CTemplateResolver {
     Json::Value document;
   };
 
+  /// A flag of one resolver's pass: in a copy of the resolver it is not raised.
+  struct CPassFlag {
+    CPassFlag() = default;
+    CPassFlag(const CPassFlag&) {}
+    CPassFlag& operator=(const CPassFlag&) { return *this; }
+
+    bool isRaised = false;
+  };
+
   const Json::Value* parsedBefore(const std::string& text);
   void keepParsed(const std::string& text, const Json::Value& document);
-  void processElement(Json::Value& element, int container);
+  void processOwnElement(Json::Value& element, int container);
   void processMembers(Json::Value& element, const ttr::CElementMembers& members, int container);
   void processPlainMembers(Json::Value& element, const ttr::CElementMembers& members,
                            int container);
@@ -239,7 +248,7 @@ class TTR_EXPORT CTemplateResolver {
   int m_screenWidth = 0;
   int m_containerId = 0;
   unsigned int m_processCount = 0;
-  bool m_isOwnValue = false;  // what is resolved is not the host's, but a copy or an included file
+  CPassFlag m_isOwnValue;  // what is resolved is not the host's, but a copy or an included file
   std::vector<CParsedText> m_parsedTexts;  // the least recently used first
 };
 

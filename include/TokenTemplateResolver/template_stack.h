@@ -3,7 +3,6 @@
 
 #include <json/value.h>
 
-#include <cstddef>
 #include <iostream>
 #include <utility>
 #include <vector>
@@ -51,7 +50,6 @@ class TTR_EXPORT CTemplateStack {
       report("CTemplateStack::Pop: preconditions.");
       return;
     }
-    giveBack();
     m_frames.pop_back();
   }
 
@@ -67,34 +65,12 @@ class TTR_EXPORT CTemplateStack {
 
   /// Replaces the top frame's bounds by `bounds`, which must be an array.
   void BoundsSet(const Json::Value& bounds) {
-    if (!boundsFit(bounds)) return;
-    giveBack();
-    m_frames.back().bounds = bounds;
+    if (boundsFit(bounds)) m_frames.back().bounds = bounds;
   }
 
   /// As BoundsSet, but hands the old bounds back in `bounds` instead of copying.
   void BoundsSwap(Json::Value& bounds) {
-    if (!boundsFit(bounds)) return;
-    giveBack();
-    m_frames.back().bounds.swap(bounds);
-  }
-
-  /// As BoundsSet, but `bounds` is lent, which costs less than a copy: it is an empty array until
-  /// the frame is popped or gets other bounds, or BoundsKeep ends the loan, and must live as long.
-  void BoundsLend(Json::Value& bounds) {
-    if (!boundsFit(bounds)) return;
-    giveBack();
-    m_loans.open.push_back({m_frames.size() - 1, &bounds});
-    m_frames.back().bounds.swap(bounds);
-  }
-
-  /// Ends the loan to the frame at `index`, if there is one: what was lent and the frame then have
-  /// the bounds both.
-  void BoundsKeep(std::size_t index) {
-    if (m_loans.open.empty() || m_loans.open.back().frame != index) return;
-    Json::Value* lender = m_loans.open.back().lender;
-    m_loans.open.pop_back();
-    *lender = m_frames[index].bounds;
+    if (boundsFit(bounds)) m_frames.back().bounds.swap(bounds);
   }
 
   /// The bounds of the innermost frame that has any; a null value when there is none. The
@@ -108,36 +84,12 @@ class TTR_EXPORT CTemplateStack {
   }
 
   /// Removes all frames.
-  void Clear() {
-    while (!m_loans.open.empty()) BoundsKeep(m_loans.open.back().frame);
-    m_frames.clear();
-  }
+  void Clear() { m_frames.clear(); }
 
   /// All frames, the bottom one (the screen's) first.
   const std::vector<CStackFrame>& frames() const { return m_frames; }
 
  private:
-  /// The frame at `frame` has the bounds that belong to `lender`.
-  struct CLoan {
-    std::size_t frame;
-    Json::Value* lender;
-  };
-
-  /// Those of one stack, the innermost last. A copy of the stack owes nobody.
-  struct CLoans {
-    CLoans() = default;
-    CLoans(const CLoans&) {}
-    CLoans& operator=(const CLoans&) { return *this; }
-
-    std::vector<CLoan> open;
-  };
-
-  void giveBack() {
-    if (m_loans.open.empty() || m_loans.open.back().frame + 1 != m_frames.size()) return;
-    m_frames.back().bounds.swap(*m_loans.open.back().lender);
-    m_loans.open.pop_back();
-  }
-
   // A function, because compilers do not know the frame's members yet where a default argument
   // stands.
   static CStackFrame freshFrame() { return {}; }
@@ -166,7 +118,6 @@ class TTR_EXPORT CTemplateStack {
   }
 
   std::vector<CStackFrame> m_frames;
-  CLoans m_loans;
 };
 
 #endif  // TOKENTEMPLATERESOLVER_TEMPLATE_STACK_H

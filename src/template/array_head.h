@@ -17,7 +17,10 @@ class CArrayHead {
     const auto end = array.end();
     for (; m_found < Count && entry != end; ++entry) m_entries[m_found++] = &*entry;
     // An array made entry by entry can have gaps, and the members of an object have no index.
-    if (m_found > 0 && (--entry).index() != m_found - 1) m_found = 0;
+    if (entry == end ? !array.isArray() || array.size() != m_found
+                     : (--entry).index() != m_found - 1) {
+      m_found = 0;
+    }
   }
 
   Value& operator[](Json::ArrayIndex index) const {

@@ -14,9 +14,24 @@ Json::Value makeBoundsArray(int x, int y, int width, int height) {
   return bounds;
 }
 
-int boundsInt(const Json::Value& entry) {
-  // isInt() has checked the range, which asInt() would do once more.
-  return entry.isInt() ? static_cast<int>(entry.asLargestInt()) : absentBound;
+CBoundsNumbers::CBoundsNumbers(const Json::Value& bounds) {
+  auto entry = bounds.begin();
+  const auto end = bounds.end();
+  if (entry == end) return;
+  m_first = &*entry;
+  for (; entry != end; ++entry) {
+    if (m_count == m_numbers.size() || entry->type() != Json::intValue) return;
+    const Json::LargestInt number = entry->asLargestInt();
+    if (number < Json::Value::minInt || number > Json::Value::maxInt) return;
+    m_numbers[m_count++] = static_cast<int>(number);
+  }
+  m_areAll = true;
+}
+
+Json::Value CBoundsNumbers::array() const {
+  Json::Value bounds(Json::arrayValue);
+  for (Json::ArrayIndex index = 0; index < m_count; ++index) bounds.append(m_numbers[index]);
+  return bounds;
 }
 
 int boundsEntry(const Json::Value& bounds, Json::ArrayIndex index) {

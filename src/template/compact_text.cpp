@@ -9,7 +9,6 @@
 #include <charconv>
 #include <cstddef>
 #include <string_view>
-#include <utility>
 
 #include "util/comments.h"
 #include "util/text_view.h"
@@ -37,8 +36,8 @@ class CCompactWriter {
   /// Writes `value`; false when that cannot be done here. What was written is then of no use.
   bool write(const Json::Value& value);
 
-  /// What was written. The writer is not used any more.
-  std::string take();
+  /// What was written.
+  std::string text() const;
 
  private:
   bool writeArray(const Json::Value& array);
@@ -81,10 +80,7 @@ bool CCompactWriter::write(const Json::Value& value) {
   }
 }
 
-std::string CCompactWriter::take() {
-  m_buffer.resize(m_length);
-  return std::move(m_buffer);
-}
+std::string CCompactWriter::text() const { return std::string(m_buffer, 0, m_length); }
 
 bool CCompactWriter::writeArray(const Json::Value& array) {
   writeByte('[');
@@ -152,7 +148,7 @@ char* CCompactWriter::roomFor(std::size_t count) {
 std::optional<std::string> compactText(const Json::Value& value) {
   CCompactWriter writer;
   if (!writer.write(value)) return std::nullopt;
-  return writer.take();
+  return writer.text();
 }
 
 }  // namespace ttr

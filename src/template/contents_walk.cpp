@@ -1,10 +1,11 @@
 // The walk over a template: document, page, "Contents" arrays, element objects. Goes in: a
 // document; comes out: the same document, every element resolved in place or replaced.
 // Also numbers containers and marks the elements inside them.
-#include <cstddef>
 #include <utility>
+#include <vector>
 
 #include "TokenTemplateResolver/template_resolver.h"
+#include "template/bounds_array.h"
 #include "template/element_members.h"
 #include "template/member.h"
 #include "template/render_type.h"
@@ -55,7 +56,11 @@ void CTemplateResolver::processContentsValue(Json::Value& value, int container) 
     // Deliberately no scope guard: an exception leaves the frames for the host to look at, and the
     // next Input clears them.
     m_stack->PushFresh();
-    processElement(value, container);
+    if (m_isOwnValue.isRaised && !ttr::isTraced()) {
+      processOwnElement(value, container);
+    } else {
+      processContentsObject(value, container);
+    }
     m_stack->Pop();
   } else if (value.isString()) {
     processValue(value);
@@ -71,25 +76,29 @@ void CTemplateResolver::processContentsObject(Json::Value& element, int containe
   processMembers(element, ttr::CElementMembers(element), container);
 }
 
-void CTemplateResolver::processElement(Json::Value& element, int container) {
+void CTemplateResolver::processOwnElement(Json::Value& element, int container) {
   const ttr::CElementMembers members(element);
-  // One that stays lends its bounds to its frame, which costs less than a copy. Who listens is told
-  // of bounds that are in force and in the element.
-  if (members.bounds == nullptr || members.isReplaced() || ttr::isTraced()) {
+  if (members.bounds == nullptr || !members.bounds->isArray() || members.isReplaced()) {
     return processMembers(element, members, container);
   }
+  // Nobody else sees the element yet, and an exception discards it. So it can lend its bounds to
+  // its frame meanwhile, which costs less than a copy.
   if (members.context != nullptr) processContentsContextElement(*members.context);
-  resolveBounds(*members.bounds);
-  m_stack->BoundsLend(*members.bounds);
-  const std::size_t frame = m_stack->frames().size() - 1;
-  try {
-    processPlainMembers(element, members, container);
-  } catch (...) {
-    m_stack->BoundsKeep(frame);
-    throw;
+  Json::Value& bounds = *members.bounds;
+  resolveBounds(bounds);
+  const ttr::CBoundsNumbers numbers(bounds);
+  if (!numbers.areAll()) {
+    m_stack->BoundsSet(bounds);
+    return processPlainMembers(element, members, container);
   }
-  // Given back when the frame is popped next, unless a handler has pushed others.
-  if (m_stack->frames().size() - 1 != frame) m_stack->BoundsKeep(frame);
+  m_stack->BoundsSwap(bounds);
+  processPlainMembers(element, members, container);
+  const std::vector<CTemplateStack::CStackFrame>& frames = m_stack->frames();
+  if (!frames.empty() && numbers.areOf(frames.back().bounds)) {
+    m_stack->BoundsSwap(bounds);
+  } else {
+    bounds = numbers.array();  // a handler has changed the stack
+  }
 }
 
 void CTemplateResolver::processMembers(Json::Value& element, const ttr::CElementMembers& members,

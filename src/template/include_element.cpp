@@ -40,7 +40,7 @@ Json::Value CTemplateResolver::includedDocument(const Json::Value& include) {
   // Not undone when an exception passes: the next Process starts from 0.
   m_includeDepth += 1;
   {
-    const ttr::CRaisedFlag own(m_isOwnValue);
+    const ttr::CRaisedFlag own(m_isOwnValue.isRaised);
     process(result);
   }
   m_includeDepth -= 1;

@@ -130,8 +130,8 @@ void CTemplateResolver::appendLoopContents(Json::Value& copies, Json::Value* con
   // Loops in each other would cost the square of their number if each copied what is in it. Nobody
   // sees what the last copy takes from a loop that is a copy itself: it is about to be replaced,
   // and an exception ends it.
-  const bool isGivenAway = isLast && m_isOwnValue;
-  const ttr::CRaisedFlag own(m_isOwnValue);
+  const bool isGivenAway = isLast && m_isOwnValue.isRaised;
+  const ttr::CRaisedFlag own(m_isOwnValue.isRaised);
   for (Json::Value& element : *contents) {
     // Not lowercased, as entries of other contents are: deliberate.
     processContentsValue(isGivenAway ? copies.append(std::move(element)) : copies.append(element),

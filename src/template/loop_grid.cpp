@@ -181,8 +181,8 @@ class CCopyContext {
  private:
   /// False for what the frame had before, and for what a handler may have put there.
   bool isOurs() const {
-    return m_context.size() == m_names.size() && m_context.getOffsetLimit() == 0 &&
-           !ttr::hasComments(m_context) &&
+    return m_context.isObject() && m_context.size() == m_names.size() &&
+           m_context.getOffsetLimit() == 0 && !ttr::hasComments(m_context) &&
            std::all_of(m_names.begin(), m_names.end(),
                        [this](const std::string& name) { return m_context.isMember(name); });
   }

@@ -8,7 +8,7 @@
 
 namespace {
 
-// What a host gives up for it: a document takes up to 55 times the memory of its text.
+// What a host gives up for it: a document takes up to 81 times the memory of its text.
 constexpr std::size_t maxKeptTexts = 32;
 constexpr std::size_t maxKeptBytes = 65536;
 

@@ -1,6 +1,5 @@
 #include "template/shared_names.h"
 
-#include <algorithm>
 #include <array>
 #include <cstddef>
 #include <string>
@@ -42,6 +41,14 @@ Json::Value& addMember(Json::Value& object, std::string_view name) {
 /// An array or an object, which are the last of JsonCpp's types.
 bool isContainer(const Json::Value& value) { return value.type() >= Json::arrayValue; }
 
+/// True when the first or the last entry of `array` is an array or an object. One in between is
+/// copied as it is, which is rare and costs no more than it did.
+bool holdsContainers(const Json::Value& array) {
+  const auto first = array.begin();
+  auto last = array.end();
+  return first != last && (isContainer(*first) || isContainer(*--last));
+}
+
 /// Gives `copy` what `value` has beside its content: place and comments.
 void copySurroundings(Json::Value& copy, const Json::Value& value) {
   copy.setOffsetStart(value.getOffsetStart());
@@ -75,7 +82,7 @@ void copyObject(Json::Value& copy, const Json::Value& object) {
 void copyInto(Json::Value& copy, const Json::Value& value) {
   if (value.isObject()) {
     copyObject(copy, value);
-  } else if (value.isArray() && std::any_of(value.begin(), value.end(), isContainer)) {
+  } else if (value.isArray() && holdsContainers(value)) {
     copyArray(copy, value);
   } else {
     copy = value;

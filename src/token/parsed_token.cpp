@@ -46,7 +46,7 @@ void storeName(CParsedToken& token, std::string_view segment) {
     segment.remove_suffix(1);
     enterSection(token, sectionCount);
   }
-  token.nameParts.push_back(std::string(segment));
+  token.nameParts.emplace_back(segment);
 }
 
 void storeSegment(CParsedToken& token, std::string_view segment) {
@@ -55,12 +55,14 @@ void storeSegment(CParsedToken& token, std::string_view segment) {
     case sectionName:
       return storeName(token, segment);
     case sectionIndex:
-      return token.indexParts.push_back(std::string(segment));
+      token.indexParts.emplace_back(segment);
+      return;
     case sectionArgument:
       token.argument = segment;
       return;
     case sectionOperand:
-      return token.operandParts.push_back(std::string(segment));
+      token.operandParts.emplace_back(segment);
+      return;
     default:
       return;  // after "]" and after "#" nothing is kept
   }

@@ -46,7 +46,6 @@ void CTokenResolver::SubstituteTokenValues(Json::Value& value) const {
   // The result grows piece by piece, so that the cost stays linear in the text and what a handler
   // delivers is never scanned for tokens.
   std::string result;
-  result.reserve(text.size());
   std::size_t copied = 0;
   for (; start != std::string::npos; start = text.find(tokenStart, copied)) {
     const std::size_t end = text.find(tokenEnd, start);

@@ -129,7 +129,7 @@ void CTokenResolver::CoerceToInt(Json::Value& value) {
 void CTokenResolver::CoerceToColour(Json::Value& value) {
   if (value.isString()) {
     const std::string_view text = ttr::textView(value);
-    const std::size_t hash = text.find('#');
+    const std::size_t hash = text.empty() || text.front() != '#' ? text.find('#') : 0;
     value = hash == std::string_view::npos ? unsignedNumber(text) : htmlColour(text.substr(hash));
   } else if (value.isNumeric() || value.isBool()) {
     value = value.asUInt();

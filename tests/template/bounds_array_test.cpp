@@ -87,4 +87,33 @@ TEST(BoundsArray, MissingEntryIsAbsent) {
   EXPECT_EQ(errors.Take(), "");
 }
 
+TEST(BoundsNumbers, AreThoseOfAnArrayOfOneToSixInts) {
+  for (const char* text : {"[1]", "[1, -2, 2147483647, -2147483648]", "[1, 2, 3, 4, 5, 6]"}) {
+    SCOPED_TRACE(text);
+    const Json::Value bounds = Parse(text);
+    const ttr::CBoundsNumbers numbers(bounds);
+    EXPECT_TRUE(numbers.areAll());
+    EXPECT_EQ(numbers.array(), bounds);
+  }
+  for (const char* text :
+       {"[]", "[1, 2, 3, 4, 5, 6, 7]", "[1, 2.0]", "[null]", R"(["1"])", "[2147483648]",
+        "[-2147483649]", "[1, [2]]", "[true]", "[9223372036854775808]"}) {
+    SCOPED_TRACE(text);
+    EXPECT_FALSE(ttr::CBoundsNumbers(Parse(text)).areAll());
+  }
+}
+
+TEST(BoundsNumbers, AreOfTheArrayThatWasLookedAtOnly) {
+  Json::Value bounds = Parse("[1, 2]");
+  const ttr::CBoundsNumbers numbers(bounds);
+  EXPECT_TRUE(numbers.areOf(bounds));
+  EXPECT_FALSE(numbers.areOf(Json::Value(bounds)));
+  Json::Value other = Parse("[]");
+  other.swap(bounds);
+  EXPECT_TRUE(numbers.areOf(other));
+  for (const char* text : {"[]", "[1, 2]", "null", "5", R"("text")", "{}", R"({"a": 1})"}) {
+    EXPECT_FALSE(numbers.areOf(Parse(text))) << text;
+  }
+}
+
 }  // namespace

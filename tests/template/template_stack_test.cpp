@@ -3,7 +3,6 @@
 #include <gtest/gtest.h>
 
 #include <cstddef>
-#include <functional>
 #include <string>
 
 #include "support/cerr_capture.h"
@@ -345,110 +344,6 @@ TEST_F(TemplateStack, ClearRemovesAllFrames) {
   stack.Clear();
   EXPECT_TRUE(stack.frames().empty());
   EXPECT_EQ(Errors(), "");
-}
-
-TEST_F(TemplateStack, LentBoundsComeBackWhenTheFrameIsPopped) {
-  stack.Push();
-  Json::Value bounds = Parse("[1, 2, 3, 4]");
-  stack.BoundsLend(bounds);
-  EXPECT_EQ(bounds, Parse("[]"));
-  EXPECT_EQ(stack.boundsFind(), Parse("[1, 2, 3, 4]"));
-  stack.Push();
-  stack.Pop();
-  EXPECT_EQ(bounds, Parse("[]"));
-  stack.Pop();
-  EXPECT_EQ(bounds, Parse("[1, 2, 3, 4]"));
-  EXPECT_EQ(Errors(), "");
-}
-
-TEST_F(TemplateStack, LentBoundsComeBackWhenTheFrameGetsOthers) {
-  const struct {
-    const char* name;
-    std::function<void(CTemplateStack&)> change;
-  } cases[] = {{"set", [](CTemplateStack& changed) { changed.BoundsSet(Parse("[5]")); }},
-               {"swap",
-                [](CTemplateStack& changed) {
-                  Json::Value other = Parse("[5]");
-                  changed.BoundsSwap(other);
-                  EXPECT_EQ(other, Parse("[]"));
-                }},
-               {"lend", [](CTemplateStack& changed) {
-                  static Json::Value other;
-                  other = Parse("[5]");
-                  changed.BoundsLend(other);
-                }}};
-  for (const auto& c : cases) {
-    SCOPED_TRACE(c.name);
-    CTemplateStack own;
-    own.Push();
-    Json::Value bounds = Parse("[1, 2, 3, 4]");
-    own.BoundsLend(bounds);
-    c.change(own);
-    EXPECT_EQ(bounds, Parse("[1, 2, 3, 4]"));
-    EXPECT_EQ(own.boundsFind(), Parse("[5]"));
-    own.Pop();
-    EXPECT_EQ(bounds, Parse("[1, 2, 3, 4]"));
-  }
-  EXPECT_EQ(Errors(), "");
-}
-
-TEST_F(TemplateStack, KeptBoundsBelongToBoth) {
-  stack.Push();
-  Json::Value bounds = Parse("[1]");
-  stack.BoundsLend(bounds);
-  stack.BoundsKeep(1);  // no frame
-  EXPECT_EQ(bounds, Parse("[]"));
-  stack.BoundsKeep(0);
-  EXPECT_EQ(bounds, Parse("[1]"));
-  EXPECT_EQ(stack.boundsFind(), Parse("[1]"));
-  bounds = 5;
-  stack.BoundsKeep(0);
-  stack.Pop();
-  EXPECT_EQ(bounds, 5);
-  EXPECT_EQ(Errors(), "");
-}
-
-TEST_F(TemplateStack, ClearedStackOwesNothing) {
-  Json::Value outer = Parse("[1]");
-  Json::Value inner = Parse("[2]");
-  stack.Push();
-  stack.BoundsLend(outer);
-  stack.Push();
-  stack.BoundsLend(inner);
-  stack.Clear();
-  EXPECT_EQ(outer, Parse("[1]"));
-  EXPECT_EQ(inner, Parse("[2]"));
-  EXPECT_EQ(stack.frames().size(), 0U);
-  EXPECT_EQ(Errors(), "");
-}
-
-TEST_F(TemplateStack, CopyOwesNothing) {
-  stack.Push();
-  Json::Value bounds = Parse("[1]");
-  stack.BoundsLend(bounds);
-  CTemplateStack copy(stack);
-  EXPECT_EQ(copy.boundsFind(), Parse("[1]"));
-  copy.Pop();
-  EXPECT_EQ(bounds, Parse("[]"));
-  copy = stack;
-  copy.Clear();
-  EXPECT_EQ(bounds, Parse("[]"));
-  stack.Pop();
-  EXPECT_EQ(bounds, Parse("[1]"));
-  EXPECT_EQ(Errors(), "");
-}
-
-TEST_F(TemplateStack, OnlyArraysAreLentAndToAFrame) {
-  Json::Value bounds = Parse("[1]");
-  stack.BoundsLend(bounds);
-  EXPECT_EQ(Errors(), "CTemplateStack::BoundsSet: preconditions.\n");
-  stack.Push();
-  Json::Value object = Parse("{}");
-  stack.BoundsLend(object);
-  EXPECT_EQ(Errors(), "CTemplateStack::BoundsSet: preconditions.\n");
-  stack.Pop();
-  EXPECT_EQ(bounds, Parse("[1]"));
-  EXPECT_EQ(object, Parse("{}"));
 }
 
 }  // namespace
