@@ -232,6 +232,7 @@ class TTR_EXPORT CTemplateResolver {
   void resolveBounds(Json::Value& bounds);
   Json::Value* resolveIfContents(Json::Value& ifValue, int container);
   Json::Value includedDocument(const Json::Value& include);
+  Json::Value expandLoop(Json::Value& loop, int container);
   Json::Value expandGridLoop(Json::Value& loop, Json::Value& list, const CLoopRange& range,
                              int container);
   Json::Value fillGrid(Json::Value& loop, const ttr::CLoopList& list, const CLoopRange& range,

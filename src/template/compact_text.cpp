@@ -69,7 +69,7 @@ bool CCompactWriter::write(const Json::Value& value) {
       writeText(Json::valueToString(value.asDouble()));
       return true;
     case Json::stringValue:
-      return writeString(textView(value));
+      return textView(value).data() != nullptr && writeString(textView(value));
     case Json::booleanValue:
       writeText(value.asBool() ? "true" : "false");
       return true;

@@ -113,7 +113,7 @@ void CTemplateResolver::processMembers(Json::Value& element, const ttr::CElement
     replaceByIfContents(element, *members.ifValue, container);
     ttr::traceReplacement("If", element);
   } else if (members.loop != nullptr) {
-    element = processContentsLoopElement(*members.loop, container);
+    element = expandLoop(*members.loop, container);
     ttr::traceReplacement("Loop", element);
   } else {
     processPlainMembers(element, members, container);

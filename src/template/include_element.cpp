@@ -2,7 +2,7 @@
 // Goes in: the Include member; comes out: the included document, null when it cannot be included.
 #include "TokenTemplateResolver/included_file.h"
 #include "TokenTemplateResolver/template_resolver.h"
-#include "util/raised_flag.h"
+#include "util/flag_scope.h"
 #include "util/report.h"
 #include "util/trace_point.h"
 
@@ -40,7 +40,7 @@ Json::Value CTemplateResolver::includedDocument(const Json::Value& include) {
   // Not undone when an exception passes: the next Process starts from 0.
   m_includeDepth += 1;
   {
-    const ttr::CRaisedFlag own(m_isOwnValue.isRaised);
+    const ttr::CFlagScope own(m_isOwnValue.isRaised, true);
     process(result);
   }
   m_includeDepth -= 1;

@@ -8,7 +8,7 @@
 #include "template/loop_variables.h"
 #include "template/member.h"
 #include "template/render_type.h"
-#include "util/raised_flag.h"
+#include "util/flag_scope.h"
 #include "util/trace_point.h"
 #include "util/wrapping.h"
 
@@ -57,6 +57,11 @@ int rotatingIndex(const CTemplateResolver::CLoopRange& range, int position) {
 }  // namespace
 
 Json::Value CTemplateResolver::processContentsLoopElement(Json::Value& loop, int container) {
+  const ttr::CFlagScope own(m_isOwnValue.isRaised, false);  // the loop is the caller's
+  return expandLoop(loop, container);
+}
+
+Json::Value CTemplateResolver::expandLoop(Json::Value& loop, int container) {
   ttr::traceMemberBegin("Loop", loop);
   // As in the walk, deliberately no scope guard around the frame.
   m_stack->PushFresh();
@@ -131,7 +136,7 @@ void CTemplateResolver::appendLoopContents(Json::Value& copies, Json::Value* con
   // sees what the last copy takes from a loop that is a copy itself: it is about to be replaced,
   // and an exception ends it.
   const bool isGivenAway = isLast && m_isOwnValue.isRaised;
-  const ttr::CRaisedFlag own(m_isOwnValue.isRaised);
+  const ttr::CFlagScope own(m_isOwnValue.isRaised, true);
   for (Json::Value& element : *contents) {
     // Not lowercased, as entries of other contents are: deliberate.
     processContentsValue(isGivenAway ? copies.append(std::move(element)) : copies.append(element),

@@ -13,6 +13,7 @@
 #include "template/loop_variables.h"
 #include "template/member.h"
 #include "util/comments.h"
+#include "util/flag_scope.h"
 #include "util/report.h"
 #include "util/trace_point.h"
 #include "util/wrapping.h"
@@ -227,6 +228,7 @@ bool canExpand(const Json::Value& loop, const Json::Value& list,
 Json::Value CTemplateResolver::loopElementIterate(Json::Value& loop, const Json::Value& list,
                                                   const CLoopRange& range, int container,
                                                   int* right, int* bottom) {
+  const ttr::CFlagScope own(m_isOwnValue.isRaised, false);  // the loop is the caller's
   return fillGrid(loop, ttr::CLoopList(list), range, container, right, bottom);
 }
 

@@ -65,9 +65,10 @@ TEST(CompactText, LeavesToJsonCppWhatIsRare) {
   commented.setComment(std::string("// c"), Json::commentAfterOnSameLine);
   Json::Value after(1);
   after.setComment(std::string("// c"), Json::commentAfter);
-  for (const Json::Value& value :
-       {gaps, named, commented, after, Json::Value(std::string("a\0b", 3)), Parse("/* c */ {}"),
-        Parse("[1, [2, /* c */ 3]]"), Parse("{\"a\": [1 // c\n]}")}) {
+  const char* const none = nullptr;
+  for (const Json::Value& value : {Json::Value(Json::StaticString(none)), gaps, named, commented,
+                                   after, Json::Value(std::string("a\0b", 3)), Parse("/* c */ {}"),
+                                   Parse("[1, [2, /* c */ 3]]"), Parse("{\"a\": [1 // c\n]}")}) {
     SCOPED_TRACE(Written(value));
     EXPECT_FALSE(ttr::compactText(value));
     Json::Value around(Json::arrayValue);

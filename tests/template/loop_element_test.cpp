@@ -1,5 +1,6 @@
 #include <gtest/gtest.h>
 
+#include <memory>
 #include <stdexcept>
 #include <string>
 #include <vector>
@@ -739,6 +740,45 @@ TEST_F(LoopElement, LeavesItsDescriptionAsItWasAtAnyDepth) {
       }
     }
   }
+  EXPECT_EQ(Errors(), "");
+}
+
+/// Copies its resolver, and lets it expand a loop of its own.
+class CCopyingHandler : public ITokenHandler {
+ public:
+  explicit CCopyingHandler(const CTemplateResolver* resolver) : m_resolver(resolver) {}
+
+  Json::Value GetPartsValue(const CTokenParts& /*parts*/) const override {
+    copy = std::make_unique<CTemplateResolver>(*m_resolver);
+    return 5;
+  }
+
+  mutable std::unique_ptr<CTemplateResolver> copy;
+
+ private:
+  const CTemplateResolver* m_resolver;
+};
+
+TEST_F(LoopElement, CopyOfAResolverMadeInALoopTakesNothingFromOthers) {
+  const CCopyingHandler handler(&resolver);
+  tokens.Set("copy", &handler);
+  EXPECT_EQ(
+      Resolve(
+          R"j({"Contents":[{"Loop":{"Start":0,"Size":1,"Bounds":[0,0,1,1],"Contents":["$(copy)"]}}]})j"),
+      R"({"Contents":[{"Contents":[5]}]})");
+  ASSERT_TRUE(handler.copy);
+  const Json::Value before =
+      Parse(R"({"Start": 0, "Size": 1, "Bounds": [0, 0, 1, 1], "Contents": ["a"]})");
+  Json::Value loop = before;
+  handler.copy->processContentsLoopElement(loop, 0);
+  EXPECT_EQ(loop, before);
+  Json::Value value = Parse(
+      R"j([{"Loop": {"Start": 0, "Size": 1, "Bounds": [0], "Contents": ["a", "$(copy)", "$(fails)"]}}])j");
+  const Json::Value untouched = value;
+  CThrowingHandler fails;
+  tokens.Set("fails", &fails);
+  EXPECT_THROW(handler.copy->processContentsArray(value, 0), CHostError);
+  EXPECT_EQ(value, untouched);
   EXPECT_EQ(Errors(), "");
 }
 

@@ -947,4 +947,34 @@ TEST_F(LoopGrid, IndexThatRepeatsBindsItsEntryEachTime) {
   EXPECT_EQ(Errors(), "");
 }
 
+/// Pushes a frame with an odd context, and answers 5.
+class COddFrameHandler : public ITokenHandler {
+ public:
+  COddFrameHandler(CTemplateStack* stack, Json::Value context)
+      : m_stack(stack), m_context(std::move(context)) {}
+
+  Json::Value GetPartsValue(const CTokenParts& /*parts*/) const override {
+    m_stack->Push({m_context, Json::Value(Json::arrayValue)});
+    return 5;
+  }
+
+ private:
+  CTemplateStack* m_stack;
+  Json::Value m_context;
+};
+
+TEST_F(LoopGrid, FrameThatAHandlerPushedGetsTheNextContext) {
+  for (const char* context : {"[1]", "null", R"("text")", "5", R"({"i": "odd"})", "{}"}) {
+    for (const char* variable : {R"("Var":"i",)", ""}) {
+      SCOPED_TRACE(std::string(context) + variable);
+      const COddFrameHandler handler(&stack, Parse(context));
+      tokens.Set("odd", &handler);
+      EXPECT_EQ(Resolve(std::string(R"j({"Contents":[{"Loop":{"Start":0,"Size":3,)j") + variable +
+                        R"j("Layout":[[[1,2],[3,4],[5,6]]],"Contents":["$(odd)"]}}]})j"),
+                R"({"Contents":[{"Contents":[5,5,5]}]})");
+      EXPECT_EQ(Errors(), "");
+    }
+  }
+}
+
 }  // namespace

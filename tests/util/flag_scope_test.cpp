@@ -1,4 +1,4 @@
-#include "util/raised_flag.h"
+#include "util/flag_scope.h"
 
 #include <gtest/gtest.h>
 
@@ -6,25 +6,25 @@
 
 namespace {
 
-TEST(RaisedFlag, IsRaisedForAsLongAsItLives) {
+TEST(FlagScope, SetsTheFlagForAsLongAsItLives) {
   bool flag = false;
   {
-    const ttr::CRaisedFlag raised(flag);
+    const ttr::CFlagScope raised(flag, true);
     EXPECT_TRUE(flag);
     {
-      const ttr::CRaisedFlag again(flag);
-      EXPECT_TRUE(flag);
+      const ttr::CFlagScope lowered(flag, false);
+      EXPECT_FALSE(flag);
     }
     EXPECT_TRUE(flag);
   }
   EXPECT_FALSE(flag);
 }
 
-TEST(RaisedFlag, IsAsBeforeAfterAnException) {
+TEST(FlagScope, LeavesItAsBeforeAfterAnException) {
   bool flag = false;
   EXPECT_THROW(
       {
-        const ttr::CRaisedFlag raised(flag);
+        const ttr::CFlagScope raised(flag, true);
         throw std::runtime_error("");
       },
       std::runtime_error);
