@@ -68,8 +68,10 @@ bool CCompactWriter::write(const Json::Value& value) {
     case Json::realValue:
       writeText(Json::valueToString(value.asDouble()));
       return true;
-    case Json::stringValue:
-      return textView(value).data() != nullptr && writeString(textView(value));
+    case Json::stringValue: {
+      const std::string_view text = textView(value);
+      return text.data() != nullptr && writeString(text);
+    }
     case Json::booleanValue:
       writeText(value.asBool() ? "true" : "false");
       return true;
