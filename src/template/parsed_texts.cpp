@@ -29,12 +29,9 @@ void CTemplateResolver::keepParsed(const std::string& text, const Json::Value& d
   if (text.size() > maxKeptBytes) return;
   m_parsedTexts.push_back({text, std::locale(), ttr::copyWithSharedNames(document)});
   std::size_t bytes = 0;
-  // The texts used last stay: as many as there is room for.
-  auto oldest = m_parsedTexts.end();
-  for (std::size_t count = 0; oldest != m_parsedTexts.begin() && count < maxKeptTexts; ++count) {
-    bytes += (oldest - 1)->text.size();
-    if (bytes > maxKeptBytes) break;
-    --oldest;
+  for (const CParsedText& kept : m_parsedTexts) bytes += kept.text.size();
+  while (bytes > maxKeptBytes || m_parsedTexts.size() > maxKeptTexts) {
+    bytes -= m_parsedTexts.front().text.size();
+    m_parsedTexts.erase(m_parsedTexts.begin());
   }
-  m_parsedTexts.erase(m_parsedTexts.begin(), oldest);
 }
