@@ -248,23 +248,21 @@ Json::Value CTemplateResolver::fillGrid(Json::Value& loop, const ttr::CLoopList&
   Json::Value* const contents = ttr::loopContents(loop);
   CCell cell{0, 0, width, height};
   Json::Value spareBounds(Json::arrayValue);
-  for (int k = 0; k < range.count; ++k) {
-    const auto cellIndex = static_cast<Json::ArrayIndex>(k);
-    if (cellIndex >= cells.size()) {
-      ttr::report(
-          "CTemplateResolver::loopElementIterate: too many elements for grid. Remainder "
-          "discarded.");
-      break;
-    }
+  const int copyCount = std::min(range.count, static_cast<int>(cells.size()));
+  for (int k = 0; k < copyCount; ++k) {
     cells.traceBegin();
-    moveCell(cell, cells, cellIndex, width, height);
+    moveCell(cell, cells, static_cast<Json::ArrayIndex>(k), width, height);
     cells.traceEnd();
     placeCell(*m_stack, spareBounds, cell, right, bottom);
     const int index = ttr::wrapAdd(range.start, ttr::wrapMultiply(k, range.step));
     ttr::traceCopyBegin(index, k, *m_stack);
     context->bind(*m_stack, list, index, k);
-    appendLoopContents(copies, contents, container, k + 1 == range.count);
+    appendLoopContents(copies, contents, container, k + 1 == copyCount);
     ttr::traceCopyEnd();
+  }
+  if (copyCount < range.count) {
+    ttr::report(
+        "CTemplateResolver::loopElementIterate: too many elements for grid. Remainder discarded.");
   }
   return result;
 }

@@ -7,7 +7,7 @@
 #include "TokenTemplateResolver/template_resolver.h"
 #include "resources/memory_meter.h"
 #include "resources/nested_page.h"
-#include "support/build_kind.h"
+#include "support/cerr_capture.h"
 
 namespace {
 
@@ -53,12 +53,16 @@ TEST(LoopsInLoops, AlsoWithOtherElementsBetween) {
        R"({"Loop":{"Start":0,"Size":1,"Bounds":[0,0,9,9],"Contents":[{"If":{"Condition":1,)"
        R"("Contents":[)",
        "]}}]}}", 6, 1},
+      {"layouts with too few cells",
+       R"({"Contents":[{"Loop":{"Start":0,"Size":9,"Layout":[[[0,0]]],"Contents":[)", "]}}]}", 5,
+       3},
   };
   constexpr int few = 20;
   for (const CNesting& nesting : between) {
     SCOPED_TRACE(nesting.name);
     const auto use = [&nesting](int levels) {
       const std::string page = NestedPage(nesting, levels, R"("done")");
+      const CCerrCapture messages;
       return MemoryUsedBy(
           [&] { EXPECT_EQ(CHost().Resolve(page), NestedResult(2 * levels, R"("done")")); });
     };
