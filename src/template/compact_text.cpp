@@ -42,7 +42,9 @@ class CCompactWriter {
  private:
   bool writeArray(const Json::Value& array);
   bool writeObject(const Json::Value& object);
-  bool writeString(std::string_view text);
+  // These two make strings, which would take room in every frame of the functions above.
+  [[gnu::noinline]] bool writeString(std::string_view text);
+  [[gnu::noinline]] void writeReal(double number);
   template <typename Integer>
   void writeInteger(Integer number);
   void writeText(std::string_view text);
@@ -66,7 +68,7 @@ bool CCompactWriter::write(const Json::Value& value) {
       writeInteger(value.asLargestUInt());
       return true;
     case Json::realValue:
-      writeText(Json::valueToString(value.asDouble()));
+      writeReal(value.asDouble());
       return true;
     case Json::stringValue: {
       const std::string_view text = textView(value);
@@ -126,6 +128,8 @@ bool CCompactWriter::writeString(std::string_view text) {
   writeText(Json::valueToQuotedString(std::string(text).c_str()));
   return true;
 }
+
+void CCompactWriter::writeReal(double number) { writeText(Json::valueToString(number)); }
 
 template <typename Integer>
 void CCompactWriter::writeInteger(Integer number) {

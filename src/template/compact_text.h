@@ -9,7 +9,7 @@
 namespace ttr {
 
 /// The compact JSON text of `value`, byte for byte as jsoncpp_string::CJsonWriter writes it, at a
-/// third of the cost.
+/// quarter of the cost.
 ///
 /// None when `value` or anything in it has a comment, is an array with gaps, a string with a NUL or
 /// one made of a null pointer: that is left to JsonCpp.

@@ -30,11 +30,17 @@ constexpr std::array<std::string_view, slotCount> slots() {
   return slots;
 }
 
+// What makes strings is not inlined: they would take room in every frame of what calls itself.
+
+[[gnu::noinline]] Json::Value& addOtherMember(Json::Value& object, std::string_view name) {
+  return object[std::string(name)];
+}
+
 /// The member `name` of `object`, which has none so far, with the library's own text as its name if
 /// the format has it.
 Json::Value& addMember(Json::Value& object, std::string_view name) {
   static constexpr std::array<std::string_view, slotCount> known = slots();
-  if (name.empty() || known[slotOf(name)] != name) return object[std::string(name)];
+  if (name.empty() || known[slotOf(name)] != name) return addOtherMember(object, name);
   return object[Json::StaticString(known[slotOf(name)].data())];
 }
 
@@ -50,7 +56,7 @@ bool holdsContainers(const Json::Value& array) {
 }
 
 /// Gives `copy` what `value` has beside its content: place and comments.
-void copySurroundings(Json::Value& copy, const Json::Value& value) {
+[[gnu::noinline]] void copySurroundings(Json::Value& copy, const Json::Value& value) {
   copy.setOffsetStart(value.getOffsetStart());
   copy.setOffsetLimit(value.getOffsetLimit());
   for (const Json::CommentPlacement placement :

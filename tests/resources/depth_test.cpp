@@ -25,7 +25,7 @@ constexpr std::size_t KiB = 1024;
 
 // AddressSanitizer puts red zones around the variables of each function: a grid takes four times
 // the stack for a level of Process, and a hundred grids 690 kB in all.
-constexpr std::size_t stackFactor = ttr::addressSanitized ? 2 : 1;
+constexpr std::size_t stackFactor = ttr::addressSanitized ? 3 : 1;
 
 /// The stack of a usual thread, and that of a frugal host's.
 constexpr std::size_t usualStack = 8192 * KiB * stackFactor;

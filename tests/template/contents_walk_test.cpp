@@ -895,30 +895,41 @@ TEST_F(ContentsWalk, ElementKeepsItsBoundsWhateverAHandlerDoesToTheStack) {
     const char* name;
     std::function<void(CTemplateStack&)> change;
     const char* second;  ///< the edge of the second child
-    const char* errors;
+    int pops;            ///< that find no frame, with a loop around
   } cases[] = {
-      {"set", [](CTemplateStack& s) { s.BoundsSet(Parse("[100, 0, 10, 10]")); }, "101", ""},
+      {"set", [](CTemplateStack& s) { s.BoundsSet(Parse("[100, 0, 10, 10]")); }, "101", 0},
+      {"set as it is", [](CTemplateStack& s) { s.BoundsSet(s.boundsFind()); }, "8", 0},
+      {"set empty", [](CTemplateStack& s) { s.BoundsSet(Parse("[]")); }, "1", 0},
+      {"assign", [](CTemplateStack& s) { s = CTemplateStack(); }, "1", 3},
       {"push",
        [](CTemplateStack& s) {
          s.Push({Parse("{}"), Parse("[100, 0, 10, 10]")});
        },
-       "101", ""},
-      {"pop", [](CTemplateStack& s) { s.Pop(); }, "1", ""},
+       "101", 0},
+      {"pop", [](CTemplateStack& s) { s.Pop(); }, "1", 0},
       {"pop and push",
        [](CTemplateStack& s) {
          s.Pop();
          s.Push();
        },
-       "1", ""},
-      {"clear", [](CTemplateStack& s) { s.Clear(); }, "1", "CTemplateStack::Pop: preconditions.\n"},
+       "1", 0},
+      {"clear", [](CTemplateStack& s) { s.Clear(); }, "1", 3},
   };
+  const std::string element = R"j({"Bounds":[7,8,9,9],"Contents":["$(change)",{"Bounds":[1]}]})j";
   for (const auto& c : cases) {
     SCOPED_TRACE(c.name);
     const CStackChangingHandler handler(&stack, c.change);
     tokens.Set("change", &handler);
-    EXPECT_EQ(ResolveEntry(R"j({"Bounds":[7,8,9,9],"Contents":["$(change)",{"Bounds":[1]}]})j"),
-              R"({"Bounds":[7,8,9,9],"Contents":[5,{"Bounds":[)" + std::string(c.second) + "]}]}");
-    EXPECT_EQ(Errors(), c.errors);
+    const std::string resolved =
+        R"({"Bounds":[7,8,9,9],"Contents":[5,{"Bounds":[)" + std::string(c.second) + "]}]}";
+    EXPECT_EQ(ResolveEntry(element), resolved);
+    EXPECT_EQ(Errors(), c.pops > 0 ? "CTemplateStack::Pop: preconditions.\n" : "");
+    EXPECT_EQ(ResolveEntry(R"({"Loop":{"Start":0,"Size":1,"Bounds":[0,0,1,1],"Contents":[)" +
+                           element + "]}}"),
+              R"({"Contents":[)" + resolved + "]}");
+    std::string errors;
+    for (int i = 0; i < c.pops; ++i) errors += "CTemplateStack::Pop: preconditions.\n";
+    EXPECT_EQ(Errors(), errors);
   }
 }
 
