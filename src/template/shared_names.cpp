@@ -21,7 +21,7 @@ constexpr std::size_t slotCount = 128;
 constexpr std::size_t slotOf(std::string_view name) {
   const auto first = static_cast<unsigned char>(name.front());
   const auto last = static_cast<unsigned char>(name.back());
-  return (name.size() + 3U * first + 4U * last) % slotCount;
+  return (name.size() + std::size_t{3} * first + std::size_t{4} * last) % slotCount;
 }
 
 constexpr std::array<std::string_view, slotCount> slots() {
